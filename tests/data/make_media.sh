@@ -55,8 +55,17 @@ probe() {  # probe FILE: writes FILE's packet and stream lists beside it
   local file=$1 base=${1%.mkv}
   {
     echo "stream,pts,size,md5"
+    # The flat format, since csv breaks a packet's line at its side data.
     ffprobe -v error -show_data_hash md5 -show_entries packet=stream_index,pts,size,data_hash \
-      -of csv=p=0:nk=1 "$file" | sed -e 's/MD5://' -e 's/N\/A//g'
+      -of flat "$file" | tr -d '"' | awk -F'[.=]' '
+        $1 == "packets" && $2 == "packet" { field[$3, $4] = $5; if ($3 > last) last = $3 }
+        END {
+          for (i = 0; i <= last; i++) {
+            pts = field[i, "pts"] == "N/A" ? "" : field[i, "pts"]
+            sub(/^MD5:/, "", field[i, "data_hash"])
+            print field[i, "stream_index"] "," pts "," field[i, "size"] "," field[i, "data_hash"]
+          }
+        }'
   } > "$base.packets.csv"
   {
     echo "index,codec_type,codec_name,time_base"
