@@ -1,0 +1,101 @@
+#include "streams/mkv_stream.h"
+
+namespace KVL {
+namespace {
+
+bool IsUsable(const mkvparser::BlockEntry* entry) {
+  return entry && !entry->EOS() && entry->GetBlock();
+}
+
+}  // namespace
+
+// Moves by one cluster: the first with none current, else the next one.
+const mkvparser::Cluster* MKVSource::MKVStream::GetCluster() {
+  mkvparser::Segment* segment = title->source->segment;
+  if (!segment) return cluster = nullptr;
+  cluster = cluster ? segment->GetNext(cluster) : segment->GetFirst();
+  return cluster;
+}
+
+long long MKVSource::MKVStream::GetBlockTime() const {
+  return entry->GetBlock()->GetTime(cluster);
+}
+
+bool MKVSource::MKVStream::GetFrame(mkvparser::Block::Frame* frame) {
+  for (;;) {
+    switch (walkState) {
+      case WalkStart:
+        if (!StartWalk()) return false;
+        break;
+      case WalkInBlock:
+        // After a failed seek the entry may be gone: that ends the walk.
+        if (!IsUsable(entry)) {
+          walkState = WalkEnd;
+          return false;
+        }
+        if (entry->GetBlock()->GetFrameCount() < 1) return false;
+        if (TakeFrameOfBlock(frame)) return true;
+        walkState = WalkNextBlock;
+        break;
+      case WalkNextBlock:
+        NextBlock();
+        break;
+      case WalkNextCluster:
+        NextCluster();
+        break;
+      default:
+        return false;
+    }
+  }
+}
+
+// Starts at the first cluster; gives up, staying at the start, when it has no
+// usable first block.
+bool MKVSource::MKVStream::StartWalk() {
+  cluster = nullptr;
+  if (!GetCluster() || cluster->EOS()) return false;
+  if (cluster->GetFirst(entry) != 0 || !IsUsable(entry)) return false;
+  if (entry->GetBlock()->GetFrameCount() < 1) return false;
+  frameIndex = 0;
+  walkState = WalkInBlock;
+  return true;
+}
+
+// The block's track number, less one, is compared with the track index; a
+// track number of 0 matches nothing.
+bool MKVSource::MKVStream::TakeFrameOfBlock(mkvparser::Block::Frame* frame) {
+  const mkvparser::Block* block = entry->GetBlock();
+  const long long trackOfBlock = block->GetTrackNumber() - 1;
+  if (trackOfBlock != static_cast<long long>(trackIndex)) return false;
+  if (frameIndex < 0 || frameIndex >= block->GetFrameCount()) return false;
+  *frame = block->GetFrame(frameIndex++);
+  return true;
+}
+
+void MKVSource::MKVStream::NextBlock() {
+  const long status = cluster->GetNext(entry, entry);
+  if (status == 0 && IsUsable(entry)) {
+    frameIndex = 0;
+    walkState = WalkInBlock;
+    return;
+  }
+  // A bad status ends the cluster as much as its end does.
+  walkState = WalkNextCluster;
+}
+
+// Passes over clusters without blocks; the segment's end ends the walk.
+void MKVSource::MKVStream::NextCluster() {
+  if (!GetCluster() || cluster->EOS()) {
+    walkState = WalkEnd;
+    return;
+  }
+  if (EnterFirstEntry()) walkState = WalkInBlock;
+}
+
+bool MKVSource::MKVStream::EnterFirstEntry() {
+  if (cluster->GetFirst(entry) != 0 || !IsUsable(entry)) return false;
+  frameIndex = 0;
+  return true;
+}
+
+}  // namespace KVL

@@ -1,0 +1,69 @@
+#include <cstdio>
+
+#include <boost/thread/locks.hpp>
+
+#include "streams/audio_stream.h"
+#include "streams/video_stream.h"
+
+namespace KVL {
+
+using StreamLock = boost::unique_lock<boost::recursive_mutex>;
+
+// A failed seek leaves no entry worth following: the next read ends the
+// stream. A successful one goes on from the landing entry whatever the walk
+// had reached, so a seek before the first read or after the end resumes
+// there.
+
+int MKVSource::AudioStream::seekStream(unsigned int time, unsigned int* actualTime,
+                                       bool exact) {
+  const uint32_t requested = exact ? time : time + 1;
+  const int64_t target = TicksToNanoseconds(requested);
+  StreamLock lock(title->mutex);
+  resetStream();
+  const mkvparser::Track* track = this->track();
+  const long status = track ? track->Seek(target, entry) : -1;
+  if (status != 0) {
+    walkState = WalkEnd;
+    if (actualTime) *actualTime = 0;
+    return static_cast<int>(status);
+  }
+  cluster = entry->GetCluster();
+  const auto position = static_cast<uint32_t>(target / timecodeScale);
+  std::printf("Audio Stream %d: seeked to %u (requested time: %u)\n", trackIndex, position,
+              position);
+  std::printf("Audio Stream %d: seeked/scanned to %u (requested time: %u)\n", trackIndex,
+              position, position);
+  if (actualTime) *actualTime = position;
+  endOfStream = 0;
+  lastBlockTime = -1;
+  walkState = WalkInBlock;
+  return 0;
+}
+
+int MKVSource::VideoStream::seekStream(unsigned int time, unsigned int* actualTime, bool) {
+  StreamLock lock(title->mutex);
+  resetStream();
+  source = title->source;
+  const mkvparser::Track* track = this->track();
+  walkState = WalkEnd;
+  if (!track || track->Seek(TicksToNanoseconds(time), entry) != 0) return -1;
+  cluster = entry->GetCluster();
+  if (!cluster) return -1;
+  // The landing point is the first key block of the cluster, of any track.
+  cluster->GetFirst(entry);
+  while (entry && !entry->EOS() && entry->GetBlock() && !entry->GetBlock()->IsKey())
+    cluster->GetNext(entry, entry);
+  if (!entry || entry->EOS() || !entry->GetBlock()) return -1;
+  cluster = entry->GetCluster();
+  const auto position = static_cast<uint32_t>(cluster->GetTimeCode());
+  std::printf("Video Stream %d: seeked to %u (requested time: %u)\n", trackIndex, position,
+              time);
+  if (actualTime) *actualTime = position;
+  endOfStream = 0;
+  lastBlockTime = -1;
+  frameIndex = 0;
+  walkState = WalkInBlock;
+  return 0;
+}
+
+}  // namespace KVL
