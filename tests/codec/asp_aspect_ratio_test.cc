@@ -1,9 +1,11 @@
 #include "codec/asp_aspect_ratio.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "gtest/gtest.h"
 #include "tests/codec/bit_writer.h"
+#include "tests/codec/mkv_codec_private.h"
 
 namespace {
 
@@ -130,6 +132,20 @@ TEST(GetPARFromASPBitstreamTest, StreamEndingInsideTheExtendedRatio) {
   EXPECT_EQ(8u, found.width);
   EXPECT_EQ(0xEEEEu, found.height);
   ExpectRatio(Search(Bytes(data.begin(), data.begin() + 12)), 8, 9);
+}
+
+// ffmpeg's header of a stream whose SAR ffprobe gives as 12:11: the sequence
+// and visual object headers put the video object at byte 12, where the
+// search doesn't look; from the video object on, the ratio is found.
+TEST(GetPARFromASPBitstreamTest, RealHeaderIsFoundBehindAVideoObjectAlone) {
+  const Bytes header =
+      FirstTrackCodecPrivate(TestDataPath("media/mpeg4_aac.mkv"));
+  const unsigned char videoObject[] = {0, 0, 1, 0};
+  const auto start = std::search(header.begin(), header.end(), videoObject,
+                                 videoObject + 4);
+  ASSERT_NE(header.end(), start);
+  EXPECT_FALSE(Search(header).found);
+  ExpectRatio(Search(Bytes(start, header.end())), 12, 11);
 }
 
 }  // namespace

@@ -1,71 +1,22 @@
 // ParsePrivateData on the CodecPrivate of H.264 files that x264 wrote, against
 // what ffprobe and ffmpeg's own SPS reader report about them (NAME.txt beside
 // each file, from tests/data/avc/make_avc_files.sh).
-#include <cstring>
 #include <fstream>
 #include <functional>
-#include <iterator>
 #include <map>
-#include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "codec/avc_bit_reader.h"
 #include "codec/parse_private_data.h"
 #include "gtest/gtest.h"
-#include "mkvparser/mkvparser.h"
 #include "tests/codec/exact_buffer.h"
+#include "tests/codec/mkv_codec_private.h"
 
 namespace {
 
 using Bytes = std::vector<unsigned char>;
 using Facts = std::map<std::string, std::string>;
-
-// An in-memory file for the parser.
-class BufferReader : public mkvparser::IMkvReader {
- public:
-  explicit BufferReader(const Bytes& file) : file_(file) {}
-  int Read(long long pos, long len, unsigned char* buf) override {
-    if (pos < 0 || len < 0 || static_cast<size_t>(pos + len) > file_.size())
-      return -1;
-    std::memcpy(buf, file_.data() + pos, len);
-    return 0;
-  }
-  int Length(long long* total, long long* available) override {
-    *total = *available = static_cast<long long>(file_.size());
-    return 0;
-  }
-
- private:
-  const Bytes& file_;
-};
-
-std::string DataPath(const std::string& name) {
-  return std::string(AVC_TEST_DATA_DIR) + "/" + name;
-}
-
-Bytes ReadFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return Bytes(std::istreambuf_iterator<char>(in), {});
-}
-
-Bytes CodecPrivateOf(const Bytes& file) {
-  BufferReader reader(file);
-  long long pos = 0;
-  mkvparser::EBMLHeader header;
-  mkvparser::Segment* segment = nullptr;
-  if (header.Parse(&reader, pos) < 0 ||
-      mkvparser::Segment::CreateInstance(&reader, pos, segment) != 0)
-    return {};
-  std::unique_ptr<mkvparser::Segment> owner(segment);
-  if (segment->Load() < 0 || !segment->GetTracks())
-    return {};
-  const mkvparser::Track* track = segment->GetTracks()->GetTrackByIndex(0);
-  size_t size = 0;
-  const unsigned char* data = track ? track->GetCodecPrivate(size) : nullptr;
-  return data ? Bytes(data, data + size) : Bytes();
-}
 
 Facts ReadFacts(const std::string& path) {
   Facts facts;
@@ -158,8 +109,9 @@ std::string CroppedSize(const ParsePrivateData& p) {
 class RealAVCFileTest : public testing::TestWithParam<const char*> {
  protected:
   void SetUp() override {
-    record_ = CodecPrivateOf(ReadFile(DataPath(std::string(GetParam()) + ".mkv")));
-    facts_ = ReadFacts(DataPath(std::string(GetParam()) + ".txt"));
+    const std::string name = std::string("avc/") + GetParam();
+    record_ = FirstTrackCodecPrivate(TestDataPath(name + ".mkv"));
+    facts_ = ReadFacts(TestDataPath(name + ".txt"));
     ASSERT_GT(record_.size(), 8u);
     ASSERT_FALSE(facts_.empty());
     ASSERT_EQ(0, parsed_.Init(record_.data(),
