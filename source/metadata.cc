@@ -41,8 +41,9 @@ void MKVSource::processSimpleTag(_xmlNode* node, tagData* tag) {
   for (tagData::Slot& slot : tag->slots) {
     if (!slot.value) continue;
     if (const char* name = ElementName(slot.id)) {
+      // Tag text is text, not markup: "&" or "<" in it must stay as written.
       const std::string content = ContentOf(slot);
-      xmlNewChild(node, nullptr, BAD_CAST name, BAD_CAST content.c_str());
+      xmlNewTextChild(node, nullptr, BAD_CAST name, BAD_CAST content.c_str());
     }
     std::free(slot.value);
     slot = {};

@@ -1,0 +1,89 @@
+#include <libxml/tree.h>
+
+#include <cstdlib>
+#include <cstring>
+
+#include "source/tag_data.h"
+#include "tests/source/source_fixture.h"
+
+namespace mkvtest {
+namespace {
+
+using KVL::MKVSource;
+
+MKVSource::tagData::Slot Slot(uint32_t id, const std::string& bytes) {
+  void* value = std::malloc(bytes.size() + 1);
+  std::memcpy(value, bytes.c_str(), bytes.size() + 1);
+  return {value, bytes.size(), id};
+}
+
+// Each child of `node` as "Name=content".
+std::vector<std::string> Children(xmlNode* node) {
+  std::vector<std::string> children;
+  for (xmlNode* child = node->children; child; child = child->next) {
+    xmlChar* content = xmlNodeGetContent(child);
+    children.push_back(std::string(reinterpret_cast<const char*>(child->name)) + "=" +
+                       reinterpret_cast<const char*>(content));
+    xmlFree(content);
+  }
+  return children;
+}
+
+class MetadataTest : public SourceTest {
+ protected:
+  void SetUp() override {
+    ProbeAndOpen(VideoAndAudioFile());
+    root = xmlDocGetRootElement(source->metadataDocument());
+  }
+  xmlNode* root = nullptr;
+};
+
+TEST_F(MetadataTest, EachKnownSlotBecomesAChildInSlotOrder) {
+  MKVSource::tagData tag = {{Slot(KVL::kTagName, "TITLE"), Slot(0x1234, "dropped"),
+                             Slot(KVL::kTagString, "a & b"), Slot(KVL::kTagLanguage, "eng"),
+                             Slot(KVL::kTagBinary, "Man")}};
+  source->processSimpleTag(root, &tag);
+  EXPECT_EQ((std::vector<std::string>{"Name=TITLE", "String=a & b", "TagLanguage=eng",
+                                      "Binary=TWFu"}),
+            Children(root));
+  for (const auto& slot : tag.slots) {
+    EXPECT_EQ(nullptr, slot.value);
+    EXPECT_EQ(0u, slot.size);
+    EXPECT_EQ(0u, slot.id);
+  }
+}
+
+TEST_F(MetadataTest, BinaryValuesAboveTheLimitAreOmitted) {
+  for (size_t size : {size_t{150000}, size_t{150001}}) {
+    xmlNode* node = xmlNewChild(root, nullptr, BAD_CAST "SimpleTag", nullptr);
+    MKVSource::tagData tag = {};
+    tag.slots[0] = Slot(KVL::kTagBinary, std::string(size, '\xFF'));
+    source->processSimpleTag(node, &tag);
+    const std::vector<std::string> children = Children(node);
+    ASSERT_EQ(1u, children.size());
+    if (size == 150000)
+      EXPECT_EQ("Binary=" + std::string(200000, '_'), children[0]);
+    else
+      EXPECT_EQ("Binary=[Binary Data Omitted]", children[0]);
+  }
+}
+
+TEST_F(MetadataTest, EmptyAndMissingInputsAddNothing) {
+  MKVSource::tagData empty = {};
+  source->processSimpleTag(root, &empty);
+  source->processSimpleTag(root, nullptr);
+  MKVSource::tagData kept = {{Slot(KVL::kTagName, "kept")}};
+  source->processSimpleTag(nullptr, &kept);
+  EXPECT_NE(nullptr, kept.slots[0].value);
+  std::free(kept.slots[0].value);
+  EXPECT_TRUE(Children(root).empty());
+}
+
+TEST_F(MetadataTest, CleaningFreesTheDocument) {
+  source->cleanMetadata();
+  EXPECT_EQ(nullptr, source->metadataDocument());
+  source->cleanMetadata();
+}
+
+}  // namespace
+}  // namespace mkvtest
