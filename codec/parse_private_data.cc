@@ -10,7 +10,7 @@ namespace {
 // Configuration version, profile, compatibility, level, length size and the
 // count of sequence parameter sets come before the first entry.
 constexpr unsigned int kRecordHeaderSize = 6;
-constexpr unsigned int kMaxCpbCount = 32;
+constexpr unsigned int kCpbTableSize = 32;
 
 // Where one sequence parameter set NAL unit lies in the record.
 struct NalEntry {
@@ -234,9 +234,9 @@ bool ParsePrivateData::ReadBitstreamRestriction(AVCBitCursor& bits) {
 
 bool ParsePrivateData::ReadHRD(AVCBitCursor& bits, HRDParameters* hrd) {
   uint64_t cpbCount;
-  // A count beyond the 32 entries of the tables is no HRD set of the
-  // standard: the parse stops before storing it.
-  if (!bits.ReadExpGolomb(&cpbCount) || cpbCount >= kMaxCpbCount)
+  // More entries than the tables hold is no HRD set of the standard: the
+  // parse stops before storing the count.
+  if (!bits.ReadExpGolomb(&cpbCount) || cpbCount >= kCpbTableSize)
     return false;
   hrd->cpb_cnt_minus1 = static_cast<uint8_t>(cpbCount);
   if (!bits.ReadBits(4, &hrd->bit_rate_scale) ||

@@ -32,8 +32,9 @@ class ParsePrivateData {
   int Init(unsigned char* data, unsigned int size);
 
   // Clears the record and reads one sequence parameter set: the bytes behind
-  // its NAL header, without emulation prevention bytes. A set cut short keeps
-  // the fields read before the cut. Always 0.
+  // its NAL header, without emulation prevention bytes. Reads stay within
+  // `size`: a set cut short, or one with an HRD set of more than 32 entries,
+  // keeps the fields read before that point. Always 0.
   int AVCParseSPS(unsigned char* data, unsigned int size);
 
   // The peak bit rate in bits per second: the greater of the two HRD sets'

@@ -58,12 +58,4 @@ TEST(AVCBitCursorTest, RefusesExpGolombCodesCutShort) {
   }
 }
 
-TEST(AVCBitCursorTest, EmptyDataReadsNothing) {
-  AVCBitCursor bits(nullptr, 0);
-  uint64_t value = 0;
-  EXPECT_TRUE(bits.ReadBits(0, &value));
-  EXPECT_FALSE(bits.ReadBits(1, &value));
-  EXPECT_FALSE(bits.ReadExpGolomb(&value));
-}
-
 }  // namespace

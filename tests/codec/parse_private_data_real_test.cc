@@ -30,18 +30,15 @@ Facts ReadFacts(const std::string& path) {
 }
 
 using Field = std::function<int64_t(const ParsePrivateData&)>;
-#define FIELD(name) {#name, [](const ParsePrivateData& p) -> int64_t { return p.name; }}
-#define NAL_FIELD(name, member) \
-  {name, [](const ParsePrivateData& p) -> int64_t { return p.nalHrd.member; }}
+#define FIELD(f) {#f, [](const ParsePrivateData& p) -> int64_t { return p.f; }}
 
-// ffmpeg's names of the fields; x264 writes NAL HRD parameters only.
+// The fields that ffmpeg's reading may name, under our names.
 const std::map<std::string, Field>& Fields() {
   static const std::map<std::string, Field> fields = {
       FIELD(profile_idc), FIELD(constraint_flags), FIELD(level_idc),
       FIELD(seq_parameter_set_id), FIELD(chroma_format_idc),
       FIELD(separate_colour_plane_flag), FIELD(bit_depth_luma_minus8),
-      FIELD(bit_depth_chroma_minus8),
-      FIELD(qpprime_y_zero_transform_bypass_flag),
+      FIELD(bit_depth_chroma_minus8), FIELD(qpprime_y_zero_transform_bypass_flag),
       FIELD(seq_scaling_matrix_present_flag), FIELD(log2_max_frame_num_minus4),
       FIELD(pic_order_cnt_type), FIELD(log2_max_pic_order_cnt_lsb_minus4),
       FIELD(max_num_ref_frames), FIELD(gaps_in_frame_num_value_allowed_flag),
@@ -61,27 +58,19 @@ const std::map<std::string, Field>& Fields() {
       FIELD(chroma_sample_loc_type_bottom_field),
       FIELD(timing_info_present_flag), FIELD(num_units_in_tick),
       FIELD(time_scale), FIELD(fixed_frame_rate_flag),
-      FIELD(nal_hrd_parameters_present_flag),
-      FIELD(vcl_hrd_parameters_present_flag), FIELD(pic_struct_present_flag),
-      FIELD(bitstream_restriction_flag),
+      FIELD(nal_hrd_parameters_present_flag), FIELD(nalHrd.cpb_cnt_minus1),
+      FIELD(nalHrd.bit_rate_scale), FIELD(nalHrd.cpb_size_scale),
+      FIELD(nalHrd.bit_rate_value_minus1[0]),
+      FIELD(nalHrd.cpb_size_value_minus1[0]), FIELD(nalHrd.cbr_flag[0]),
+      FIELD(nalHrd.initial_cpb_removal_delay_length_minus1),
+      FIELD(nalHrd.cpb_removal_delay_length_minus1),
+      FIELD(nalHrd.dpb_output_delay_length_minus1),
+      FIELD(nalHrd.time_offset_length), FIELD(vcl_hrd_parameters_present_flag),
+      FIELD(pic_struct_present_flag), FIELD(bitstream_restriction_flag),
       FIELD(motion_vectors_over_pic_boundaries_flag),
       FIELD(max_bytes_per_pic_denom), FIELD(max_bits_per_mb_denom),
       FIELD(log2_max_mv_length_horizontal), FIELD(log2_max_mv_length_vertical),
-      FIELD(max_num_reorder_frames), FIELD(max_dec_frame_buffering),
-      NAL_FIELD("cpb_cnt_minus1", cpb_cnt_minus1),
-      NAL_FIELD("bit_rate_scale", bit_rate_scale),
-      NAL_FIELD("cpb_size_scale", cpb_size_scale),
-      NAL_FIELD("bit_rate_value_minus1[0]", bit_rate_value_minus1[0]),
-      NAL_FIELD("cpb_size_value_minus1[0]", cpb_size_value_minus1[0]),
-      NAL_FIELD("cbr_flag[0]", cbr_flag[0]),
-      NAL_FIELD("initial_cpb_removal_delay_length_minus1",
-                initial_cpb_removal_delay_length_minus1),
-      NAL_FIELD("cpb_removal_delay_length_minus1",
-                cpb_removal_delay_length_minus1),
-      NAL_FIELD("dpb_output_delay_length_minus1",
-                dpb_output_delay_length_minus1),
-      NAL_FIELD("time_offset_length", time_offset_length),
-  };
+      FIELD(max_num_reorder_frames), FIELD(max_dec_frame_buffering)};
   return fields;
 }
 

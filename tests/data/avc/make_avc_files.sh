@@ -25,9 +25,9 @@ ff=(ffmpeg -nostdin -hide_banner -loglevel error -y)
 out_flags=(-map_metadata -1 -fflags +bitexact -flags:v +bitexact)
 
 # Turns ffmpeg's trace_headers log into sps.FIELD=VALUE lines for the first
-# sequence parameter set. The constraint flags and the reserved bits become
-# the one byte constraint_flags; the NAL header and trailing bits are left
-# out. The list ends before low_delay_hrd_flag, which our record doesn't
+# sequence parameter set, named as in our record: the constraint flags and
+# the reserved bits become the one byte constraint_flags, HRD fields go under
+# nalHrd. or vclHrd., and the NAL header and trailing bits are left out. The list ends before low_delay_hrd_flag, which our record doesn't
 # read, so that no field behind it is compared.
 sps_fields='
 /Sequence Parameter Set/ { inside = 1; next }
@@ -44,6 +44,10 @@ sps_fields='
   if (name ~ /^(forbidden_zero_bit|nal_ref_idc|nal_unit_type|rbsp_.*)$/) next
   if (name == "gaps_in_frame_num_allowed_flag")
     name = "gaps_in_frame_num_value_allowed_flag"
+  if (name ~ /^(nal|vcl)_hrd_parameters_present_flag$/)
+    set = substr(name, 1, 3) "Hrd."
+  else if (name ~ /^(cpb_|bit_rate_|cbr_flag|initial_cpb_|dpb_output_|time_offset_)/)
+    name = set name
   print "sps." name "=" value
 }
 '
