@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Installs what is missing, then builds and runs every test twice: once as
+# shipped, once with AddressSanitizer and UndefinedBehaviorSanitizer.
+# Run as root on Debian bookworm.
+set -euo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+bash "$here/scripts/setup.sh"
+
+export ASAN_OPTIONS=exitcode=86:detect_leaks=1
+export UBSAN_OPTIONS=halt_on_error=1:exitcode=87:print_stacktrace=1
+
+bash "$here/scripts/build.sh" "$here/build"
+(cd "$here/build" && ctest --output-on-failure -j "$(nproc)")
+
+bash "$here/scripts/build.sh" "$here/build-sanitize" -DMKVSOURCE_SANITIZE=ON
+(cd "$here/build-sanitize" && ctest --output-on-failure -j "$(nproc)")
