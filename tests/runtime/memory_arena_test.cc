@@ -97,7 +97,8 @@ TEST_F(MemoryArenaTest, SizesBeyondTheBufferFail) {
 
 TEST_F(MemoryArenaTest, SqueezeMakesRoomWhenTheTableMeetsTheBlocks) {
   std::vector<uint32_t> offsets;
-  for (uint32_t offset; (offset = Alloc(8)) != 0;) offsets.push_back(offset);
+  for (uint32_t offset; (offset = Alloc(8)) != 0;)
+    offsets.push_back(offset);
   ASSERT_EQ(60u, offsets.size());
   Free(992);
   Free(984);
@@ -116,7 +117,8 @@ TEST_F(MemoryArenaTest, ResetForgetsBlocksAndPoisons) {
   EXPECT_EQ(0u, State(arena_).entry_count);
   EXPECT_EQ(0u, State(arena_).hole_bytes);
   EXPECT_EQ(0u, State(arena_).dead_entries);
-  for (size_t i = 28; i < sizeof(buffer_); ++i) ASSERT_EQ(0xAA, buffer_[i]);
+  for (size_t i = 28; i < sizeof(buffer_); ++i)
+    ASSERT_EQ(0xAA, buffer_[i]);
   EXPECT_EQ(900u, Alloc(100));
 }
 
@@ -147,12 +149,14 @@ TEST(MemoryArena, NullArenaIsHarmless) {
 TEST(MemoryArena, OddAlignmentAndUnalignedBuffer) {
   uint8_t storage[303];
   uint8_t* buffer = storage;
-  while (reinterpret_cast<uintptr_t>(buffer) % 3 == 0) ++buffer;
+  while (reinterpret_cast<uintptr_t>(buffer) % 3 == 0)
+    ++buffer;
   MemoryHandle arena = Create(buffer, 300, 3);
   ASSERT_NE(0u, arena);
   EXPECT_EQ(0u, arena % 3);
   EXPECT_GT(arena, reinterpret_cast<uintptr_t>(buffer));
-  EXPECT_EQ(buffer, State(arena).buffer);
+  uint8_t* base = State(arena).buffer;  // Packed: read, don't bind.
+  EXPECT_EQ(buffer, base);
   for (uint32_t size : {1u, 2u, 3u, 4u, 7u}) {
     void* block = MemoryAlloc(arena, size);
     ASSERT_NE(nullptr, block);
@@ -164,16 +168,19 @@ TEST(MemoryArena, ManyDeadEntriesAreSqueezedAtOnce) {
   std::vector<uint8_t> buffer(64 * 1024);
   MemoryHandle arena = Create(buffer.data(), buffer.size(), 4);
   std::vector<void*> blocks;
-  for (int i = 0; i < 2100; ++i) blocks.push_back(MemoryAlloc(arena, 4));
+  for (int i = 0; i < 2100; ++i)
+    blocks.push_back(MemoryAlloc(arena, 4));
   ASSERT_NE(nullptr, blocks.back());
-  for (int i = 0; i < 2048; ++i) MemoryFree(arena, blocks[i]);
+  for (int i = 0; i < 2048; ++i)
+    MemoryFree(arena, blocks[i]);
   EXPECT_EQ(2048u, State(arena).dead_entries);
   EXPECT_EQ(2100u, State(arena).entry_count);
   MemoryFree(arena, blocks[2048]);
   EXPECT_EQ(0u, State(arena).dead_entries);
   EXPECT_EQ(51u, State(arena).entry_count);
   // Every survivor can still be found and freed.
-  for (int i = 2049; i < 2100; ++i) MemoryFree(arena, blocks[i]);
+  for (int i = 2049; i < 2100; ++i)
+    MemoryFree(arena, blocks[i]);
   EXPECT_EQ(0u, State(arena).entry_count);
 }
 
@@ -187,14 +194,16 @@ class ArenaModel {
 
   void Alloc(uint32_t size, uint8_t fill) {
     uint8_t* block = static_cast<uint8_t*>(MemoryAlloc(arena_, size));
-    if (!block) return;
+    if (!block)
+      return;
     ASSERT_EQ(0u, reinterpret_cast<uintptr_t>(block) % alignment_);
     memset(block, fill, size);
     ASSERT_TRUE(live_.emplace(block, Block{size, fill}).second);
   }
 
   void Free(size_t pick) {
-    if (live_.empty()) return;
+    if (live_.empty())
+      return;
     auto it = std::next(live_.begin(), pick % live_.size());
     MemoryFree(arena_, it->first);
     live_.erase(it);
@@ -206,21 +215,29 @@ class ArenaModel {
   }
 
   void Check() const {
+    // The header may be misaligned: read its fields into locals.
     const MemoryArena& state = State(arena_);
-    const auto* table = reinterpret_cast<const MemoryBlockEntry*>(
-        buffer_ + state.table_offset);
-    ASSERT_LE(state.dead_entries, 2048u);
-    ASSERT_EQ(live_.size(), state.entry_count - state.dead_entries);
-    if (state.entry_count) {
-      ASSERT_NE(0u, table[state.entry_count - 1].offset);
+    const uint32_t table_offset = state.table_offset;
+    const uint32_t count = state.entry_count;
+    const uint32_t dead = state.dead_entries;
+    const uint32_t hole_bytes = state.hole_bytes;
+    const auto* table =
+        reinterpret_cast<const MemoryBlockEntry*>(buffer_ + table_offset);
+    ASSERT_LE(dead, 2048u);
+    ASSERT_EQ(live_.size(), count - dead);
+    std::vector<uint32_t> offsets;
+    for (uint32_t i = 0; i < count; ++i)
+      offsets.push_back(uint32_t{table[i].offset});
+    if (count) {
+      ASSERT_NE(0u, offsets.back());
     }
-    const uint8_t* table_end =
-        buffer_ + state.table_offset + 8 * state.entry_count;
+    const uint8_t* table_end = buffer_ + table_offset + 8 * count;
     const uint8_t* previous_end = table_end;
     uint64_t used = 0;
     for (const auto& [block, info] : live_) {
       ASSERT_GE(block, previous_end);
-      for (uint32_t i = 0; i < info.size; ++i) ASSERT_EQ(info.fill, block[i]);
+      for (uint32_t i = 0; i < info.size; ++i)
+        ASSERT_EQ(info.fill, block[i]);
       uint32_t rounded = (info.size + alignment_ - 1) / alignment_ * alignment_;
       previous_end = block + rounded;
       used += rounded;
@@ -231,16 +248,17 @@ class ArenaModel {
     if (!live_.empty()) {
       uintptr_t end = reinterpret_cast<uintptr_t>(buffer_ + size_);
       const uint8_t* top = buffer_ + size_ - end % alignment_;
-      ASSERT_GE(state.hole_bytes, top - live_.begin()->first - used);
+      ASSERT_GE(hole_bytes, top - live_.begin()->first - used);
     }
     uint32_t previous = UINT32_MAX;
-    for (uint32_t i = 0; i < state.entry_count; ++i) {
-      if (table[i].offset == 0) continue;
-      ASSERT_LT(table[i].offset, previous);
-      previous = table[i].offset;
+    for (uint32_t offset : offsets) {
+      if (offset == 0)
+        continue;
+      ASSERT_LT(offset, previous);
+      previous = offset;
     }
-    uintptr_t squeezed = reinterpret_cast<uintptr_t>(buffer_) +
-                         state.table_offset + 8 * (live_.size() + 1);
+    uintptr_t squeezed = reinterpret_cast<uintptr_t>(buffer_) + table_offset +
+                         8 * (live_.size() + 1);
     squeezed = (squeezed + alignment_ - 1) / alignment_ * alignment_;
     uint64_t room = size_ - (squeezed - reinterpret_cast<uintptr_t>(buffer_));
     ASSERT_EQ(room / alignment_ * alignment_ - used,
@@ -271,7 +289,8 @@ TEST(MemoryArena, RandomUseKeepsBlocksApartAndIntact) {
       bool filling = step / 500 % 2 == 0;
       uint32_t roll = random() % 100;
       if (roll < (filling ? 75u : 30u)) {
-        uint32_t size = roll % 10 == 0 ? 1 + random() % 2000 : 1 + random() % 48;
+        uint32_t size =
+            roll % 10 == 0 ? 1 + random() % 2000 : 1 + random() % 48;
         model.Alloc(size, static_cast<uint8_t>(step));
       } else if (roll < 97) {
         model.Free(random());
