@@ -9,7 +9,7 @@ bash "$here/scripts/setup.sh"
 export ASAN_OPTIONS=exitcode=86:detect_leaks=1
 export UBSAN_OPTIONS=halt_on_error=1:exitcode=87:print_stacktrace=1
 
-bash "$here/scripts/build.sh" "$here/build"
+bash "$here/scripts/build.sh" "$here/build" -DMKVSOURCE_BENCHMARKS=ON
 (cd "$here/build" && ctest --output-on-failure -j "$(nproc)")
 
 bash "$here/scripts/build.sh" "$here/build-sanitize" -DMKVSOURCE_SANITIZE=ON

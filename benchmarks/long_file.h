@@ -1,0 +1,15 @@
+// A long Matroska file for benchmarks: 25 fps video and 50 audio frames a
+// second, one cluster a second, made once with the test writer.
+#ifndef MKVSOURCE_BENCHMARKS_LONG_FILE_H_
+#define MKVSOURCE_BENCHMARKS_LONG_FILE_H_
+
+#include <string>
+
+namespace mkvbench {
+
+// Writes a file of `minutes` minutes to `path`.
+void WriteLongFile(const std::string& path, int minutes);
+
+}  // namespace mkvbench
+
+#endif  // MKVSOURCE_BENCHMARKS_LONG_FILE_H_

@@ -1,0 +1,131 @@
+// The two costs that grow with a file: the probe, which parses every
+// cluster through the reader, and reading every frame of every track.
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "benchmarks/long_file.h"
+#include "mkvparser/mkvparser.h"
+#include "plugin/kvl/buffer_allocator.h"
+#include "plugin/kvl/media_source.h"
+#include "plugin/mkv_source.h"
+#include "reader/mkv_reader.h"
+#include "tests/support/fake_control.h"
+#include "tests/support/temp_file.h"
+
+namespace {
+
+const std::string& LongFile() {
+  static const std::string path = [] {
+    const std::string made = mkvtest::NewTempPath(".mkv");
+    mkvbench::WriteLongFile(made, 5);
+    return made;
+  }();
+  return path;
+}
+
+std::unique_ptr<KVL::MediaSource> SourceOf(const std::string& path) {
+  const std::string uri = "file://" + path;
+  return std::make_unique<KVL::MediaSource>(
+      KVL::vorq_string<unsigned char>(reinterpret_cast<const unsigned char*>(uri.c_str())),
+      KVL::vorq_string<unsigned char>());
+}
+
+// What a reader without a window does: a seek and a read for every peek.
+class NaiveReader : public KVL::IMkvReader {
+ public:
+  ~NaiveReader() override { Close(); }
+  int Open(const char* name) override {
+    file_ = std::fopen(name, "rb");
+    if (!file_) return -1;
+    fseeko(file_, 0, SEEK_END);
+    length_ = ftello(file_);
+    return 0;
+  }
+  void Close() override {
+    if (file_) std::fclose(file_);
+    file_ = nullptr;
+  }
+  int Read(long long position, long length, unsigned char* buffer) override {
+    if (!file_ || position < 0 || length < 0) return -1;
+    if (length == 0) return 0;
+    fseeko(file_, position, SEEK_SET);
+    return std::fread(buffer, 1, length, file_) == static_cast<size_t>(length) ? 0 : -1;
+  }
+  int Length(long long* total, long long* available) override {
+    if (!file_) return -1;
+    if (total) *total = length_;
+    if (available) *available = length_;
+    return 0;
+  }
+
+ private:
+  FILE* file_ = nullptr;
+  long long length_ = 0;
+};
+
+template <typename Reader>
+void BM_Probe(benchmark::State& state) {
+  const auto media = SourceOf(LongFile());
+  for (auto _ : state) {
+    KVL::MKVSource source(nullptr, new Reader);
+    benchmark::DoNotOptimize(source.canPlay(*media, nullptr, nullptr, nullptr));
+  }
+}
+BENCHMARK_TEMPLATE(BM_Probe, KVL::MkvReader)->Unit(benchmark::kMillisecond);
+BENCHMARK_TEMPLATE(BM_Probe, NaiveReader)->Unit(benchmark::kMillisecond);
+
+// Keeps the plug-in's progress lines out of the benchmark's report.
+class QuietStdout {
+ public:
+  QuietStdout() : saved_(dup(STDOUT_FILENO)) {
+    std::fflush(stdout);
+    const int null = ::open("/dev/null", O_WRONLY);
+    dup2(null, STDOUT_FILENO);
+    ::close(null);
+  }
+  ~QuietStdout() {
+    std::fflush(stdout);
+    dup2(saved_, STDOUT_FILENO);
+    ::close(saved_);
+  }
+
+ private:
+  int saved_;
+};
+
+void BM_ReadEveryFrame(benchmark::State& state) {
+  const auto media = SourceOf(LongFile());
+  for (auto _ : state) {
+    QuietStdout quiet;
+    mkvtest::FakeControl control;
+    KVL::MKVSource source(nullptr);
+    control.setContainer(&source);
+    source.init(&control, 1);
+    void* session = nullptr;
+    source.canPlay(*media, nullptr, &session, nullptr);
+    source.open(session);
+    source.playFirstTitle();
+    int64_t bytes = 0;
+    for (KVL::StreamInterface* stream : control.streams()) {
+      stream->openStream(nullptr);
+      KVL::MediaChunk* chunk = nullptr;
+      while (stream->readStream(&chunk) == 0 && chunk) {
+        bytes += chunk->chunkSize();
+        chunk->allocator().freeBuffer(chunk);
+      }
+      stream->closeStream();
+    }
+    source.closeTitle(false);
+    state.counters["MB"] = static_cast<double>(bytes) / 1e6;
+  }
+}
+BENCHMARK(BM_ReadEveryFrame)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+BENCHMARK_MAIN();
