@@ -1,0 +1,54 @@
+#ifndef HOST_CHUNK_PUMP_H_
+#define HOST_CHUNK_PUMP_H_
+
+#include <cstdint>
+#include <mutex>
+#include <vector>
+
+#include "host/chunk_sink.h"
+#include "host/host_control.h"
+#include "host/play_report.h"
+#include "host/progress_line.h"
+#include "host/title_time_scale.h"
+#include "plugin/kvl/stream_interface.h"
+
+namespace kvlhost {
+
+// Reads the open streams of a title to their ends, as the engine's reading
+// threads do, and hands every chunk to a sink before giving it back to its
+// allocator. A stream stops at its end (a null chunk), at -8 (nothing more
+// until a seek) and at any other failed read. `reports` is parallel to
+// `streams` and receives the totals; the pump keeps the engine's playing
+// position in `control`: the earliest end time among streams still reading.
+class ChunkPump {
+ public:
+  ChunkPump(const std::vector<KVL::StreamInterface*>& streams,
+            std::vector<StreamReport>& reports, ChunkSink& sink, HostControl& control,
+            const TitleTimeScale& scale, ProgressLine& progress);
+
+  // Always reads next from the stream furthest behind by getLastChunkTime().
+  void ReadInterleaved();
+  // Reads each stream on a thread of its own.
+  void ReadOnThreads();
+
+ private:
+  // Reads one chunk of stream `index`; false once the stream has stopped.
+  bool ReadOne(size_t index);
+  void Deliver(size_t index, KVL::MediaChunk& chunk);
+  void Stop(size_t index, const char* ending);
+  void UpdatePosition();
+
+  const std::vector<KVL::StreamInterface*>& streams_;
+  std::vector<StreamReport>& reports_;
+  ChunkSink& sink_;
+  HostControl& control_;
+  const TitleTimeScale& scale_;
+  ProgressLine& progress_;
+  // Serialises deliveries: reports, sink, position and progress.
+  std::mutex mutex_;
+  std::vector<bool> reading_;
+};
+
+}  // namespace kvlhost
+
+#endif  // HOST_CHUNK_PUMP_H_

@@ -1,0 +1,34 @@
+#ifndef HOST_HOST_OPTIONS_H_
+#define HOST_HOST_OPTIONS_H_
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+namespace kvlhost {
+
+// The command line of kvl-play.
+struct HostOptions {
+  std::string module;  // empty: MKVSource.so beside the executable
+  std::string input;   // a path or a URI
+  std::optional<std::string> inspect;
+  bool packets = false;
+  bool json = false;
+  std::optional<std::string> extract;
+  bool threads = false;
+  std::vector<std::string> refuse;
+  std::optional<uint32_t> seek;
+  bool exact = false;
+  std::optional<int> speed;
+  std::optional<unsigned int> chapter;
+};
+
+// Declares the options on `app`, to be written into `options` by parsing.
+void DefineOptions(CLI::App& app, HostOptions& options);
+
+}  // namespace kvlhost
+
+#endif  // HOST_HOST_OPTIONS_H_

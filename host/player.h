@@ -1,0 +1,73 @@
+#ifndef HOST_PLAYER_H_
+#define HOST_PLAYER_H_
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "host/chunk_sink.h"
+#include "host/host_control.h"
+#include "host/host_error.h"
+#include "host/play_report.h"
+#include "host/plugin_module.h"
+#include "host/title_time_scale.h"
+#include "plugin/kvl/media_source.h"
+
+namespace kvlhost {
+
+struct PlayRequest {
+  std::string uri;
+  std::optional<uint32_t> seek;  // ticks
+  bool exact = false;
+  std::optional<int> speed;
+  std::optional<unsigned int> chapter;  // 0 to 9
+  bool threads = false;
+  // Where a progress line goes; none without.
+  std::ostream* progress = nullptr;
+};
+
+// Plays one medium through a loaded module in the engine's order: canPlay,
+// open, the title and its chapters, playFirstTitle, then per stream
+// openStream and getCodecData, the requested speed and seeks, reading to
+// the end; the destructor closes streams, title and file in that order,
+// whatever point Play() reached.
+class Player {
+ public:
+  // All three must outlive the player; `control` must be the one the
+  // module's container was initialised with.
+  Player(PluginModule& module, HostControl& control, ChunkSink& sink);
+  ~Player();
+  Player(const Player&) = delete;
+  Player& operator=(const Player&) = delete;
+
+  // Fills `report` as far as playing got. Returns kPlayed, kNotPlayable or
+  // kNotOpened; throws a HostError for a chapter the title doesn't have.
+  ExitStatus Play(const PlayRequest& request, PlayReport& report);
+
+ private:
+  bool Probe(PlayReport& report);
+  void ListTitle(PlayReport& report);
+  void OpenStreams(PlayReport& report);
+  void ApplyRequest(const PlayRequest& request, const TitleTimeScale& scale,
+                    PlayReport& report);
+  void SelectChapter(unsigned int index, bool exact, const TitleTimeScale& scale,
+                     PlayReport& report);
+  void SeekAll(uint32_t ticks, bool exact, PlayReport& report);
+  void Read(const PlayRequest& request, const TitleTimeScale& scale, PlayReport& report);
+
+  PluginModule& module_;
+  HostControl& control_;
+  ChunkSink& sink_;
+  std::unique_ptr<KVL::MediaSource> source_;
+  void* session_ = nullptr;
+  bool opened_ = false;
+  bool titleOpen_ = false;
+  std::vector<KVL::StreamInterface*> streams_;
+};
+
+}  // namespace kvlhost
+
+#endif  // HOST_PLAYER_H_

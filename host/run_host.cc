@@ -1,0 +1,156 @@
+#include "host/run_host.h"
+
+#include <memory>
+
+#include "host/chunk_sink.h"
+#include "host/host_control.h"
+#include "host/host_error.h"
+#include "host/host_options.h"
+#include "host/packet_table.h"
+#include "host/payload_extractor.h"
+#include "host/play_report.h"
+#include "host/player.h"
+#include "host/plugin_module.h"
+#include "host/report_json.h"
+#include "host/report_text.h"
+#include "host/source_uri.h"
+
+namespace kvlhost {
+namespace {
+
+constexpr char kProgramName[] = "kvl-play";
+
+// One loaded module, initialised with the host's control object as the
+// engine would: its PluginContext holds the refused formats.
+class LoadedEngine {
+ public:
+  explicit LoadedEngine(const HostOptions& options)
+      : context_(MakeContext(options.refuse)),
+        module_(options.module.empty() ? PluginModule::DefaultPath() : options.module,
+                context_.get()) {
+    module_.container().init(&control_, control_.createUID());
+    control_.attach(&module_.container());
+  }
+
+  PluginModule& module() { return module_; }
+  HostControl& control() { return control_; }
+
+ private:
+  static std::unique_ptr<KVL::PluginContext> MakeContext(const std::vector<std::string>& refuse) {
+    auto context = std::make_unique<KVL::PluginContext>();
+    for (const std::string& format : refuse) context->refuseVideoFormat(format);
+    return context;
+  }
+
+  // Declared in the order they must outlive one another.
+  HostControl control_;
+  std::unique_ptr<KVL::PluginContext> context_;
+  PluginModule module_;
+};
+
+void Describe(PluginModule& module, PlayReport& report) {
+  report.module = module.path();
+  report.interfaces = {PluginModule::kContainerInterface, PluginModule::kInspectorInterface,
+                       "media (by the object's type)"};
+  for (const auto& type : module.container().supportedMimeTypes()) {
+    const auto* text = type.first.data();
+    report.mimeTypes.emplace_back(text ? reinterpret_cast<const char*>(text) : "");
+  }
+}
+
+void WriteReport(const HostOptions& options, const PlayReport& report, std::ostream& out) {
+  if (options.packets) return;
+  if (options.json) {
+    out << ReportJson(report).dump(2, ' ', false, nlohmann::json::error_handler_t::replace)
+        << '\n';
+    return;
+  }
+  WriteTextReport(report, out);
+}
+
+std::string RefusalText(const PlayReport& report) {
+  std::string text;
+  for (const RefusedFormat& format : report.refused)
+    text += " (refused " + format.kind + " format \"" + format.format + "\")";
+  return text;
+}
+
+int Inspect(const HostOptions& options, const HostStreams& streams) {
+  LoadedEngine engine(options);
+  const std::string uri = SourceUri(*options.inspect);
+  KVL::FileInspectorInterface& inspector = engine.module().inspector();
+  const unsigned int opened = inspector.openFile(
+      KVL::vorq_string<unsigned char>(reinterpret_cast<const unsigned char*>(uri.c_str())));
+  if (opened != 0) throw HostError(kNotOpened, "cannot inspect: " + uri);
+  unsigned long long size = 0;
+  inspector.getSize(size);
+  inspector.closeFile();
+  if (options.json)
+    streams.report << nlohmann::json{{"source", uri}, {"size", size}}.dump(
+                          2, ' ', false, nlohmann::json::error_handler_t::replace)
+                   << '\n';
+  else
+    streams.report << "size: " << size << '\n';
+  return kPlayed;
+}
+
+std::unique_ptr<ChunkSink> MakeSink(const HostOptions& options, std::ostream& out) {
+  if (options.packets) return std::make_unique<PacketTable>(out);
+  if (options.extract) return std::make_unique<PayloadExtractor>(*options.extract);
+  return std::make_unique<NullSink>();
+}
+
+int Play(const HostOptions& options, const HostStreams& streams) {
+  LoadedEngine engine(options);
+  PlayReport report;
+  Describe(engine.module(), report);
+  PlayRequest request;
+  request.uri = SourceUri(options.input);
+  request.seek = options.seek;
+  request.exact = options.exact;
+  request.speed = options.speed;
+  request.chapter = options.chapter;
+  request.threads = options.threads;
+  request.progress = streams.progress;
+
+  const std::unique_ptr<ChunkSink> sink = MakeSink(options, streams.report);
+  ExitStatus status;
+  {
+    Player player(engine.module(), engine.control(), *sink);
+    status = player.Play(request, report);
+  }
+  report.engine = engine.control().record();
+  WriteReport(options, report, streams.report);
+  if (status == kNotPlayable)
+    streams.errors << kProgramName << ": not playable: " << request.uri << RefusalText(report)
+                   << '\n';
+  else if (status == kNotOpened)
+    streams.errors << kProgramName << ": cannot open: " << request.uri << '\n';
+  return status;
+}
+
+}  // namespace
+
+int RunHost(int argc, const char* const* argv, const HostStreams& streams) {
+  CLI::App app(kProgramName, kProgramName);
+  HostOptions options;
+  DefineOptions(app, options);
+  try {
+    app.parse(argc, argv);
+    if (options.input.empty() && !options.inspect) throw CLI::RequiredError("FILE");
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error, streams.report, streams.errors) == 0 ? kPlayed : kUsage;
+  }
+
+  try {
+    return options.inspect ? Inspect(options, streams) : Play(options, streams);
+  } catch (const HostError& error) {
+    streams.errors << kProgramName << ": " << error.what() << '\n';
+    return error.status();
+  } catch (const std::exception& error) {
+    streams.errors << kProgramName << ": " << error.what() << '\n';
+    return kHostFailure;
+  }
+}
+
+}  // namespace kvlhost
