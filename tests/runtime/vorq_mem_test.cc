@@ -16,39 +16,25 @@ TEST(VorQMem, InitRefusesZeroAndTooSmallSizes) {
   EXPECT_EQ(-2, VorQMemDeInit(0));
 }
 
-TEST(VorQMem, ArenaBlocksAreZeroFilledAndNeverFromTheHeap) {
-  MemoryHandle handle = VorQMemInit(256);
-  ASSERT_NE(0u, handle);
-  auto* block = static_cast<uint8_t*>(VorQMemAlloc(100, handle));
-  ASSERT_NE(nullptr, block);
-  memset(block, 0xFF, 100);
-  EXPECT_EQ(0, VorQMemFree(block, handle));
-  block = static_cast<uint8_t*>(VorQMemAlloc(100, handle));
-  ASSERT_NE(nullptr, block);
-  for (int i = 0; i < 100; ++i)
-    ASSERT_EQ(0, block[i]);
-  // No fallback: an exhausted arena fails.
-  EXPECT_EQ(nullptr, VorQMemAlloc(256, handle));
-  EXPECT_EQ(0, VorQMemDeInit(handle));
-}
-
-TEST(VorQMem, HandleZeroUsesTheHeap) {
-  auto* block = static_cast<uint8_t*>(VorQMemAlloc(64, 0));
-  ASSERT_NE(nullptr, block);
-  for (int i = 0; i < 64; ++i)
-    ASSERT_EQ(0, block[i]);
-  EXPECT_EQ(0, VorQMemFree(block, 0));
-}
-
-TEST(VorQMem, ZeroSizesAndNullAddresses) {
-  MemoryHandle handle = VorQMemInit(128);
-  EXPECT_EQ(nullptr, VorQMemAlloc(0, 0));
-  EXPECT_EQ(nullptr, VorQMemAlloc(0, handle));
-  EXPECT_EQ(-2, VorQMemFree(nullptr, 0));
-  EXPECT_EQ(-2, VorQMemFree(nullptr, handle));
+TEST(VorQMem, BlocksAreZeroFilledAndArenasDontFallBack) {
+  MemoryHandle arena = VorQMemInit(256);
+  ASSERT_NE(0u, arena);
+  for (MemoryHandle handle : {arena, MemoryHandle{0}}) {
+    auto* block = static_cast<uint8_t*>(VorQMemAlloc(100, handle));
+    ASSERT_NE(nullptr, block);
+    memset(block, 0xFF, 100);
+    EXPECT_EQ(0, VorQMemFree(block, handle));
+    block = static_cast<uint8_t*>(VorQMemAlloc(100, handle));
+    for (int i = 0; i < 100; ++i)
+      ASSERT_EQ(0, block[i]);
+    EXPECT_EQ(0, VorQMemFree(block, handle));
+    EXPECT_EQ(nullptr, VorQMemAlloc(0, handle));
+    EXPECT_EQ(-2, VorQMemFree(nullptr, handle));
+  }
+  EXPECT_EQ(nullptr, VorQMemAlloc(256, arena));
   int elsewhere = 0;
-  EXPECT_EQ(0, VorQMemFree(&elsewhere, handle));
-  VorQMemDeInit(handle);
+  EXPECT_EQ(0, VorQMemFree(&elsewhere, arena));
+  EXPECT_EQ(0, VorQMemDeInit(arena));
 }
 
 }  // namespace
