@@ -1,0 +1,173 @@
+// kvl-play's command line: statuses, one-line errors, report forms, options.
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+
+#include "tests/host/host_run.h"
+#include "tests/support/media_files.h"
+#include "tests/support/temp_file.h"
+
+namespace hosttest {
+namespace {
+
+const std::string kSample = mkvtest::MediaPath("sample");
+
+bool IsOneLine(const std::string& text) {
+  return !text.empty() && text.back() == '\n' &&
+         std::count(text.begin(), text.end(), '\n') == 1;
+}
+
+// The C library's own file: a shared object without _getPlugin.
+std::string LibcPath() {
+  Dl_info info = {};
+  if (dladdr(reinterpret_cast<void*>(&std::fclose), &info) == 0 || !info.dli_fname) return "";
+  return info.dli_fname;
+}
+
+TEST(RunHost, ModuleProblemsGiveOneLineAndStatusFour) {
+  const std::string garbage = mkvtest::WriteTemp(mkvtest::Bytes(64, 0x5a), ".so");
+  for (const std::string& module :
+       {std::string("/nonexistent/MKVSource.so"), LibcPath(), garbage, kSample}) {
+    SCOPED_TRACE(module);
+    const HostRun run = RunKvlPlay({"--module", module, kSample});
+    EXPECT_EQ(run.status, 4);
+    EXPECT_TRUE(IsOneLine(run.errors)) << run.errors;
+    EXPECT_TRUE(run.report.empty());
+  }
+}
+
+TEST(RunHost, StatusPerKindOfInput) {
+  const std::string text = mkvtest::WriteTemp(mkvtest::Bytes{'n', 'o', 't', '\n'}, ".mkv");
+  const struct {
+    std::vector<std::string> args;
+    int status;
+  } cases[] = {
+      {{kSample}, 0},
+      {{text}, 1},                                  // not Matroska
+      {{"/nonexistent/file.mkv"}, 1},               // canPlay can't read it
+      {{"http://example.invalid/a.mkv"}, 3},        // accepted unseen, can't be opened
+      {{"--refuse", "", kSample}, 1},               // AVC asks about ""
+      {{"--refuse", "H265", kSample}, 0},
+      {{"--refuse", "H265", mkvtest::MediaPath("hevc_mp3")}, 1},
+      {{}, 2},
+      {{"--packets", "--json", kSample}, 2},
+      {{"--chapter", "10", kSample}, 2},
+      {{"--seek", "-5", kSample}, 2},
+      {{"--inspect", kSample, kSample}, 2},
+      {{"--extract", "/nonexistent/dir", kSample}, 2},
+      {{"--bogus", kSample}, 2},
+  };
+  for (const auto& c : cases) {
+    std::string joined;
+    for (const std::string& arg : c.args) joined += "[" + arg + "]";
+    SCOPED_TRACE(joined);
+    const HostRun run = RunKvlPlay(c.args);
+    EXPECT_EQ(run.status, c.status) << run.errors;
+    if (c.status == 1 || c.status == 3) {
+      EXPECT_TRUE(IsOneLine(run.errors)) << run.errors;
+    }
+  }
+}
+
+TEST(RunHost, RefusalNamesTheDescriptor) {
+  const HostRun run = RunKvlPlay({"--refuse", "", kSample});
+  ASSERT_EQ(run.status, 1);
+  EXPECT_NE(run.errors.find("refused video format \"\""), std::string::npos) << run.errors;
+  EXPECT_NE(run.report.find("refused: video format \"\" (reason 20)"), std::string::npos)
+      << run.report;
+}
+
+TEST(RunHost, JsonReportDescribesTitleAndStreams) {
+  const HostRun run = RunKvlPlay({"--json", kSample});
+  ASSERT_EQ(run.status, 0) << run.errors;
+  const nlohmann::json report = nlohmann::json::parse(run.report);
+  EXPECT_EQ(report["mime_types"], nlohmann::json::array({"video/x-matroska"}));
+  EXPECT_TRUE(report["playable"].get<bool>());
+  ASSERT_EQ(report["chapters"].size(), 10u);
+  ASSERT_EQ(report["streams"].size(), 2u);
+  const nlohmann::json& video = report["streams"][0];
+  EXPECT_EQ(video["format"], "H264");
+  EXPECT_EQ(video["track"], 0);
+  EXPECT_EQ(video["h264"]["coded_width"], video["width"]);
+  EXPECT_EQ(video["h264"]["coded_height"], video["height"]);
+  const nlohmann::json& audio = report["streams"][1];
+  EXPECT_EQ(audio["format"], "0x000000ff");
+  EXPECT_EQ(audio["track"], 1);
+  EXPECT_EQ(audio["sample_rate"], 44100);
+  // Chapter 9 ends where the title does, in 10 us units against ticks.
+  EXPECT_EQ(report["chapters"][9]["end"].get<uint32_t>(),
+            video["duration"].get<uint32_t>() * 100);
+
+  size_t frames = 0;
+  for (const nlohmann::json& stream : report["streams"]) {
+    EXPECT_EQ(stream["ending"], "end of stream");
+    frames += stream["chunks"].get<size_t>();
+  }
+  EXPECT_EQ(frames, mkvtest::ReadPackets("sample").size());
+
+  const nlohmann::json& engine = report["engine"];
+  EXPECT_EQ(engine["added"], engine["removed"]);
+  EXPECT_EQ(engine["added"], engine["enabled"]);
+  EXPECT_EQ(engine["titles_requested"], report["titles"]);
+  EXPECT_EQ(engine["titles_closed"], report["titles"]);
+  EXPECT_EQ(engine["open_title_results"], nlohmann::json::array({0}));
+}
+
+TEST(RunHost, ChapterSelectionSeeksEveryStreamIntoThatChapter) {
+  const HostRun run = RunKvlPlay({"--json", "--chapter", "5", kSample});
+  ASSERT_EQ(run.status, 0) << run.errors;
+  const nlohmann::json report = nlohmann::json::parse(run.report);
+  const nlohmann::json& chapter = report["chapters"][5];
+  EXPECT_EQ(report["engine"]["seeks_to_time"], nlohmann::json::array({chapter["start"]}));
+  EXPECT_EQ(report["current_chapter"], chapter["uid"]);
+  for (const nlohmann::json& stream : report["streams"]) {
+    ASSERT_EQ(stream["seeks"].size(), 1u);
+    EXPECT_EQ(stream["seeks"][0]["result"], 0);
+    // Ticks are milliseconds here: the chapter's start taken down to a tick.
+    EXPECT_EQ(stream["seeks"][0]["requested"], chapter["start"].get<uint32_t>() / 100);
+  }
+}
+
+TEST(RunHost, NegativeSpeedGivesOneChunkPerSeek) {
+  const HostRun run = RunKvlPlay({"--json", "--speed", "-1000", "--seek", "2000", kSample});
+  ASSERT_EQ(run.status, 0) << run.errors;
+  for (const nlohmann::json& stream : nlohmann::json::parse(run.report)["streams"]) {
+    EXPECT_EQ(stream["chunks"], 1);
+    EXPECT_EQ(stream["ending"], "nothing more until a seek");
+  }
+}
+
+TEST(RunHost, ExtractWritesPayloadsAsDelivered) {
+  const std::string dir = mkvtest::NewTempPath("-extract");
+  std::filesystem::create_directory(dir);
+  const HostRun extract = RunKvlPlay({"--extract", dir, kSample});
+  ASSERT_EQ(extract.status, 0) << extract.errors;
+  const HostRun listed = RunKvlPlay({"--packets", kSample});
+  std::map<size_t, size_t> bytes;
+  for (const PacketRow& row : ParsePacketRows(listed.report)) bytes[row.stream] += row.size;
+  EXPECT_EQ(std::filesystem::file_size(dir + "/stream0-video.bin"), bytes[0]);
+  EXPECT_EQ(std::filesystem::file_size(dir + "/stream1-audio.bin"), bytes[1]);
+  EXPECT_GT(std::filesystem::file_size(dir + "/stream0-video.private"), 0u);
+}
+
+TEST(RunHost, InspectReportsTheFileSize) {
+  const HostRun run = RunKvlPlay({"--inspect", kSample});
+  ASSERT_EQ(run.status, 0) << run.errors;
+  EXPECT_EQ(run.report, "size: " + std::to_string(std::filesystem::file_size(kSample)) + "\n");
+  EXPECT_EQ(RunKvlPlay({"--inspect", "http://example.invalid/a.mkv"}).status, 3);
+}
+
+TEST(RunHost, HelpGoesToTheReportAndSucceeds) {
+  const HostRun run = RunKvlPlay({"--help"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_NE(run.report.find("--packets"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace hosttest
