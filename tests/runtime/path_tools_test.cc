@@ -1,0 +1,69 @@
+#include "runtime/paths/path_tools.h"
+
+#include <string>
+
+#include "gtest/gtest.h"
+
+namespace KVL {
+namespace {
+
+using Text = vorq_string<unsigned char>;
+
+Text T(const std::string& text) {
+  return Text(reinterpret_cast<const unsigned char*>(text.c_str()));
+}
+
+std::string S(const Text& text) {
+  const auto bytes = text.toStlString();
+  return std::string(bytes.begin(), bytes.end());
+}
+
+struct UriCase {
+  const char* uri;
+  const char* path;  // null: not a file path
+};
+
+TEST(URIToSystemFilePath, TakesThePathOfFileUris) {
+  const UriCase cases[] = {
+      {"file:///Movies/a%20b.mkv", "/Movies/a%20b.mkv"},
+      {"FILE:///tmp/x.mkv", "/tmp/x.mkv"},
+      {"File:///tmp/x.mkv", "/tmp/x.mkv"},
+      {"file:///tmp/with space.mkv", "/tmp/with space.mkv"},
+      {"file:///tmp/caf\xC3\xA9.mkv", "/tmp/caf\xC3\xA9.mkv"},
+      {"file://localhost/tmp/x.mkv", "/tmp/x.mkv"},
+      {"file:/tmp/x.mkv", "/tmp/x.mkv"},
+      {"file:///tmp/x.mkv?query#fragment", "/tmp/x.mkv"},
+      {"file:///tmp/dir/", "/tmp/dir"},
+      {"file:///", "/"},
+      {"/tmp/x.mkv", nullptr},
+      {"tmp/x.mkv", nullptr},
+      {"http://host/x.mkv", nullptr},
+      {"files:///tmp/x.mkv", nullptr},
+      {"fil:///tmp/x.mkv", nullptr},
+      {"1file:///tmp/x.mkv", nullptr},
+      {":///tmp/x.mkv", nullptr},
+      {"file://host", nullptr},
+      {"file:", nullptr},
+      {"", nullptr},
+  };
+  for (const UriCase& c : cases) {
+    Text path = T("untouched");
+    const unsigned int result = PathTools::URIToSystemFilePath(T(c.uri), path);
+    if (c.path) {
+      EXPECT_EQ(0u, result) << c.uri;
+      EXPECT_EQ(c.path, S(path)) << c.uri;
+    } else {
+      EXPECT_EQ(PathTools::kNotAFilePath, result) << c.uri;
+      EXPECT_EQ("untouched", S(path)) << c.uri;
+    }
+  }
+}
+
+TEST(URIToSystemFilePath, AUriWithoutTextIsNoPath) {
+  Text path = T("untouched");
+  EXPECT_EQ(0x80800001u, PathTools::URIToSystemFilePath(Text(), path));
+  EXPECT_EQ("untouched", S(path));
+}
+
+}  // namespace
+}  // namespace KVL
