@@ -1,0 +1,44 @@
+#include "streams/jrt_alloc.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+TEST(JrtAllocTest, PayloadAndZeroSuffix) {
+  struct Case {
+    int (*allocate)(unsigned char**, unsigned int);
+    unsigned int zeros;
+  } cases[] = {{JRTVideoAlloc, 4}, {JRTOverlayAlloc, 4}, {JRTAudioAlloc, 0}};
+  for (const Case& c : cases) {
+    unsigned char* buffer = nullptr;
+    EXPECT_EQ(c.allocate(&buffer, 0), -1);
+    EXPECT_EQ(buffer, nullptr);
+    EXPECT_EQ(c.allocate(nullptr, 8), -1);
+    ASSERT_EQ(c.allocate(&buffer, 3), 0);
+    std::memset(buffer, 0xAB, 3);
+    ASSERT_EQ(c.allocate(&buffer, 9), 0);  // grows, keeping the payload
+    std::memset(buffer + 3, 0xCD, 6);
+    EXPECT_EQ(buffer[0], 0xAB);
+    for (unsigned int i = 0; i < c.zeros; ++i) EXPECT_EQ(buffer[9 + i], 0) << i;
+    unsigned char* kept = buffer;
+    EXPECT_EQ(c.allocate(&buffer, 0), -1);
+    EXPECT_EQ(buffer, kept);
+    std::free(buffer);
+  }
+}
+
+TEST(JrtAllocTest, SsaKeepsOnePrefixAcrossCalls) {
+  unsigned char* buffer = nullptr;
+  ASSERT_EQ(JRTOverlayAllocSSA(&buffer, 4), 0);
+  std::memcpy(buffer, "Hi!!", 4);
+  ASSERT_EQ(JRTOverlayAllocSSA(&buffer, 5000), 0);
+  EXPECT_EQ(std::memcmp(buffer - 10, "Dialogue: Hi!!", 14), 0);
+  EXPECT_EQ(buffer[5000], 0);
+  EXPECT_EQ(JRTOverlayAllocSSA(&buffer, 0), -1);
+  std::free(buffer - 10);
+}
+
+}  // namespace

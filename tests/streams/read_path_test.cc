@@ -1,0 +1,186 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "plugin/kvl/media_buffer.h"
+#include "streams/media_chunk_allocator.h"
+#include "tests/streams/opened_title.h"
+#include "tests/support/media_files.h"
+#include "tests/support/temp_file.h"
+
+namespace mkvtest {
+namespace {
+
+// Video track 1 (40 ms a frame) and audio track 2 (no default duration),
+// with lacing of every kind, a BlockGroup, an empty cluster and a block of a
+// track that doesn't exist.
+MkvFile MixedFile() {
+  MkvFile file;
+  file.tracks = {Track::Video(1, "V_MPEG4/ISO/AVC", 64, 48), Track::Audio(2, "A_AAC", 48000, 2)};
+  file.tracks[0].default_duration = 40000000;
+  file.clusters = {
+      Cluster{0,
+              {SimpleBlock(1, 0, true, {Payload(100, 1)}),
+               SimpleBlock(2, 0, true, {Payload(10, 2), Payload(20, 3), Payload(30, 4)},
+                           Lacing::kXiph),
+               SimpleBlock(9, 5, true, {Payload(7, 5)}),
+               GroupBlock(1, 40, false, {Payload(50, 6)}, 40)}},
+      Cluster{1000, {}},
+      Cluster{2000,
+              {SimpleBlock(2, -3, true, {Payload(300, 7), Payload(5, 8)}, Lacing::kEbml),
+               SimpleBlock(1, 40, true, {Payload(60, 9)}),
+               SimpleBlock(2, 30, true, {Payload(8, 10), Payload(8, 11), Payload(8, 12)},
+                           Lacing::kFixed)}}};
+  return file;
+}
+
+// Laced frames each make a chunk with the block's time; the end repeats.
+TEST(ReadPathTest, ChunksAreTheFilesFramesOfTheTrack) {
+  const MkvFile file = MixedFile();
+  const SerializedMkv mkv = Serialize(file);
+  OpenedTitle t(WriteTemp(mkv.bytes));
+  ASSERT_TRUE(t.ok());
+  for (uint64_t track : {1, 2}) {
+    std::vector<Chunk> expected;
+    for (const FramePlace& place : mkv.frames) {
+      const Cluster& cluster = file.clusters[place.cluster];
+      if (place.track != track) continue;
+      expected.push_back(
+          {static_cast<uint32_t>(cluster.timecode + cluster.blocks[place.block].timecode),
+           track == 1 ? 40u : 0u,
+           std::string(mkv.bytes.begin() + place.pos, mkv.bytes.begin() + place.pos + place.len)});
+    }
+    KVL::StreamInterface* stream = t.opened(track - 1);
+    int last = -1;
+    EXPECT_EQ(Describe(ReadChunks(stream, SIZE_MAX, &last)), Describe(expected));
+    EXPECT_EQ(stream->getLastChunkTime(), expected.back().start + expected.back().duration);
+    for (int i = 0; i < 2; ++i) {
+      EXPECT_EQ(last, 0);
+      EXPECT_TRUE(stream->isEOS());
+      EXPECT_TRUE(ReadChunks(stream, 1, &last).empty());
+    }
+  }
+}
+
+TEST(ReadPathTest, TimesInTicksOfTheTimecodeScale) {
+  struct Case {
+    uint64_t scale;
+    std::optional<uint64_t> defaultDuration;
+    uint64_t cluster;
+    int16_t block;
+    uint32_t start, duration;
+  } cases[] = {{1000000, 40000000, 2000, 40, 2040, 40},
+               {1000000, 41708333, 0, 0, 0, 41},
+               {100000, 40000000, 20000, 400, 20400, 400},
+               {1000000, std::nullopt, 500, 7, 507, 0}};
+  for (const Case& c : cases) {
+    MkvFile file;
+    file.info.timecode_scale = c.scale;
+    file.tracks = {Track::Video(1, "V_MPEG4/ISO/AVC", 64, 48)};
+    file.tracks[0].default_duration = c.defaultDuration;
+    const Block block = SimpleBlock(1, c.block, true, {Payload(4)});
+    file.clusters = {Cluster{c.cluster, {block, block}}};
+    OpenedTitle t(WriteTemp(file));
+    KVL::StreamInterface* stream = t.opened(0);
+    for (const Chunk& chunk : ReadChunks(stream)) {
+      EXPECT_EQ(chunk.start, c.start);
+      EXPECT_EQ(chunk.duration, c.duration);
+    }
+    EXPECT_EQ(stream->getLastChunkTime(), c.start + c.duration);
+  }
+}
+
+TEST(ReadPathTest, SpeedAndModeGateReading) {
+  OpenedTitle t(WriteTemp(MixedFile()));
+  KVL::StreamInterface* stream = t.opened(0);
+  EXPECT_EQ(ReadChunks(stream, 1).size(), 1u);
+  EXPECT_TRUE(stream->setReadMode(KVL::kReadOnePerSeek));
+  KVL::MediaChunk* chunk = nullptr;
+  EXPECT_EQ(stream->readStream(&chunk), -8);  // a block went out already
+  EXPECT_EQ(chunk, nullptr);
+  EXPECT_FALSE(stream->isEOS());
+  EXPECT_TRUE(stream->setReadMode(KVL::kReadSequential));
+  EXPECT_TRUE(stream->setReadSpeed(-1000));
+  EXPECT_EQ(stream->readMode(), KVL::kReadOnePerSeek);
+  EXPECT_FALSE(stream->setReadMode(KVL::kReadSequential));
+  for (int seek = 0; seek < 2; ++seek) {  // negative speed: one frame per seek
+    StdoutOf([&] { EXPECT_EQ(stream->seekStream(0, nullptr, true), 0); });
+    int last = 0;
+    EXPECT_EQ(ReadChunks(stream, SIZE_MAX, &last).size(), 1u);
+    EXPECT_EQ(last, -8);
+  }
+  EXPECT_TRUE(stream->setReadSpeed(1000));
+  EXPECT_EQ(stream->readMode(), KVL::kReadOnePerSeek);
+  EXPECT_TRUE(stream->setReadMode(KVL::kReadSequential));
+  EXPECT_EQ(ReadChunks(stream).size(), 2u);
+  EXPECT_TRUE(stream->setReadSpeed(1000));  // the present speed: not even the end changes
+  EXPECT_TRUE(stream->isEOS());
+}
+
+TEST(ReadPathTest, ChunksComeBackThroughTheAllocator) {
+  OpenedTitle t(WriteTemp(MixedFile()));
+  KVL::StreamInterface* stream = t.opened(1);
+  KVL::MediaChunk* chunks[2] = {};
+  stream->readStream(&chunks[0]);
+  stream->readStream(&chunks[1]);
+  ASSERT_TRUE(chunks[0] && chunks[1]);
+  auto& allocator = static_cast<MediaChunkAllocator&>(chunks[0]->allocator());
+  EXPECT_EQ(&allocator, &chunks[1]->allocator());
+  EXPECT_EQ(allocator.outstandingChunks(), 2);
+  for (KVL::MediaChunk* chunk : chunks) allocator.freeBuffer(chunk);
+  EXPECT_EQ(allocator.outstandingChunks(), 0);
+}
+
+// Bytes that can't be read, of a file cut after the probe or of a closed
+// source, end the stream; nothing half-read goes out.
+TEST(ReadPathTest, UnreadableFrameEndsTheStream) {
+  const SerializedMkv mkv = Serialize(MixedFile());
+  const std::string path = WriteTemp(mkv.bytes);
+  OpenedTitle cut(path);
+  const FramePlace& lastVideo = mkv.frames[mkv.frames.size() - 4];
+  ASSERT_EQ(lastVideo.track, 1u);
+  ASSERT_EQ(truncate(path.c_str(), lastVideo.pos + 1), 0);
+  KVL::StreamInterface* stream = cut.opened(0);
+  int last = -1;
+  EXPECT_EQ(ReadChunks(stream, SIZE_MAX, &last).size(), 2u);
+  EXPECT_EQ(last, 0);
+  EXPECT_TRUE(stream->isEOS());
+  EXPECT_TRUE(ReadChunks(stream).empty());
+
+  OpenedTitle closed(WriteTemp(mkv.bytes));
+  stream = closed.opened(1);
+  EXPECT_EQ(ReadChunks(stream, 1).size(), 1u);
+  closed.source->close();
+  EXPECT_TRUE(ReadChunks(stream).empty());
+  EXPECT_TRUE(stream->isEOS());
+}
+
+// Every frame of the committed files, as ffprobe lists them; the video
+// frames with their times.
+TEST(ReadPathTest, CommittedFilesFrameByFrame) {
+  for (const std::string name : kMediaNames) {
+    if (name == "aac_only") continue;  // no video: not playable
+    OpenedTitle t(MediaPath(name));
+    ASSERT_TRUE(t.ok()) << name;
+    for (int track : {0, 1}) {
+      const auto line = [&](int64_t time, size_t size, const std::string& md5) {
+        return (track == 0 ? std::to_string(time) + " " : "") + std::to_string(size) + " " + md5;
+      };
+      std::vector<std::string> expected, actual;
+      for (const Packet& packet : ReadPackets(name)) {
+        if (packet.stream == track) expected.push_back(line(packet.pts.value_or(-1), packet.size, packet.md5));
+      }
+      for (const Chunk& chunk : ReadChunks(t.opened(track))) {
+        actual.push_back(line(chunk.start, chunk.bytes.size(),
+                              Md5Hex(chunk.bytes.data(), chunk.bytes.size())));
+      }
+      EXPECT_EQ(actual, expected) << name << " " << track;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace mkvtest

@@ -1,0 +1,109 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/streams/opened_title.h"
+
+namespace mkvtest {
+namespace {
+
+using Calls = std::vector<std::string>;
+
+Track V(uint64_t number) { return Track::Video(number, "V_MPEG4/ISO/AVC", 64, 48); }
+Track A(uint64_t number) { return Track::Audio(number, "A_AAC", 48000, 2); }
+
+std::string FileWith(std::vector<Track> tracks) {
+  return WriteAv({Cluster{0, {SimpleBlock(1, 0, true, {Payload(8)})}}}, std::move(tracks));
+}
+
+// "addStream 13": a call on the n-th stream, whose UID follows the title's
+// and its ten chapters'.
+std::string Call(const char* name, const OpenedTitle& t, size_t n) {
+  return std::string(name) + " " + std::to_string(t.titleUID + 10 + n);
+}
+std::string TitleClosed(const OpenedTitle& t) {
+  return "titleClosed " + std::to_string(t.titleUID);
+}
+
+// The readers follow the count of tracks, not their places: video readers
+// at positions 0..n-1, one audio reader at position 1.
+TEST(TitleOpeningTest, MakesAddsEnablesAndLooksAtTheReaders) {
+  struct Case {
+    std::vector<Track> tracks;
+    std::vector<unsigned> types;
+  } cases[] = {{{V(1)}, {272}},
+               {{V(1), A(2)}, {272, 288}},
+               {{V(1), V(2), A(3)}, {272, 272, 288}},
+               {{A(1), V(2), A(3)}, {272, 288}}};
+  for (const Case& c : cases) {
+    OpenedTitle t(FileWith(c.tracks), /*openTitle=*/false);
+    ASSERT_TRUE(t.ok());
+    const std::string out = StdoutOf([&] { EXPECT_EQ(t.source->openTitle(t.titleUID), 0); });
+    Calls adds, gets, enables = {Call("enableStream", t, 1)};
+    std::string enumerated;
+    for (size_t i = 0; i < c.types.size(); ++i) {
+      EXPECT_EQ(t.control.added.at(i)->streamType(), c.types[i]);
+      adds.push_back(Call("addStream", t, i + 1));
+      gets.push_back(Call("getStream", t, i + 1));
+      if (c.types[i] == 272) enumerated += "Enumerating video track " + std::to_string(i) + "\n";
+    }
+    if (c.types.size() > 1) enables.push_back(Call("enableStream", t, c.types.size()));
+    adds.insert(adds.end(), enables.begin(), enables.end());
+    adds.insert(adds.end(), gets.begin(), gets.end());
+    EXPECT_EQ(t.control.calls, adds);
+    EXPECT_EQ(out, enumerated);
+  }
+}
+
+TEST(TitleOpeningTest, UnknownTitleOrNoneLoaded) {
+  OpenedTitle t(FileWith({V(1), A(2)}), false);
+  EXPECT_EQ(t.source->openTitle(t.titleUID + 1), -1);
+  t.source->close();
+  EXPECT_EQ(t.source->openTitle(t.titleUID), -1);
+  EXPECT_EQ(t.control.calls, Calls());
+}
+
+TEST(TitleOpeningTest, RefusedVideoStreamLeavesTheTitleOpenForClose) {
+  OpenedTitle t(FileWith({V(1), A(2)}), false);
+  t.control.enableResult = -5;
+  EXPECT_EQ(t.source->openTitle(t.titleUID), -1);
+  EXPECT_EQ(t.control.calls, Calls({Call("addStream", t, 1), Call("addStream", t, 2),
+                                    Call("enableStream", t, 1)}));
+  t.control.calls.clear();
+  EXPECT_EQ(t.source->closeTitle(false), 0);
+  EXPECT_EQ(t.control.calls,
+            Calls({Call("removeStream", t, 1), Call("removeStream", t, 2), TitleClosed(t)}));
+}
+
+TEST(TitleOpeningTest, CloseTitleKeepsRemovesOrDoesNothing) {
+  OpenedTitle t(FileWith({V(1), A(2)}));
+  t.control.calls.clear();
+  EXPECT_EQ(t.source->closeTitle(true), 0);
+  EXPECT_EQ(t.control.calls, Calls());
+  EXPECT_EQ(t.source->openTitle(t.titleUID), 0);  // a further set of readers
+  t.control.calls.clear();
+  EXPECT_EQ(t.source->closeTitle(false), 0);
+  EXPECT_EQ(t.control.calls, Calls({Call("removeStream", t, 1), Call("removeStream", t, 2),
+                                    Call("removeStream", t, 3), Call("removeStream", t, 4),
+                                    TitleClosed(t)}));
+  t.control.calls.clear();
+  EXPECT_EQ(t.source->closeTitle(false), 0);
+  EXPECT_EQ(t.control.calls, Calls());
+}
+
+TEST(TitleOpeningTest, PlayFirstTitleGoesThroughTheEngine) {
+  OpenedTitle t(FileWith({V(1), A(2)}), false);
+  t.source->playFirstTitle();
+  ASSERT_EQ(t.control.calls.size(), 7u);
+  EXPECT_EQ(t.control.calls[0], "requestOpenTitle " + std::to_string(t.titleUID));
+  EXPECT_EQ(t.control.calls[1], Call("addStream", t, 1));
+  t.source->closeTitle(false);
+  t.source->close();
+  t.control.calls.clear();
+  t.source->playFirstTitle();
+  EXPECT_EQ(t.control.calls, Calls());
+}
+
+}  // namespace
+}  // namespace mkvtest
