@@ -14,7 +14,9 @@ namespace KVL {
 
 using SourceLock = boost::unique_lock<boost::recursive_mutex>;
 
+// Publishing needs the engine's control object, which init() delivers.
 int MKVSource::open(const MediaSource& source) {
+  if (!control) return -1;
   SourceLock lock(mainTitle->mutex);
   return openInternal(&source, nullptr) && loadInternal() ? 0 : -1;
 }
@@ -22,6 +24,10 @@ int MKVSource::open(const MediaSource& source) {
 int MKVSource::open(void* session) {
   // The engine always passes the session that canPlay() made.
   if (!session) return -1;
+  if (!control) {
+    delete static_cast<SavedSession*>(session);
+    return -1;
+  }
   SourceLock lock(mainTitle->mutex);
   return openInternal(nullptr, static_cast<SavedSession*>(session)) && loadInternal() ? 0 : -1;
 }
