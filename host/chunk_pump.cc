@@ -32,7 +32,8 @@ ChunkPump::ChunkPump(const std::vector<KVL::StreamInterface*>& streams,
       control_(control),
       scale_(scale),
       progress_(progress),
-      reading_(streams.size(), true) {}
+      reading_(streams.size(), true),
+      reached_(streams.size(), 0) {}
 
 void ChunkPump::ReadInterleaved() {
   for (;;) {
@@ -104,6 +105,7 @@ void ChunkPump::Deliver(size_t index, KVL::MediaChunk& chunk) {
   ++report.chunks;
   report.bytes += size;
   report.lastEnd = chunk.startTime + chunk.duration;
+  reached_[index] = std::max(reached_[index], report.lastEnd);
   try {
     sink_.onChunk(report, chunk, payload, size);
   } catch (...) {
@@ -124,10 +126,10 @@ void ChunkPump::Stop(size_t index, const char* ending) {
 void ChunkPump::UpdatePosition() {
   bool any = false;
   uint32_t earliest = std::numeric_limits<uint32_t>::max();
-  for (size_t i = 0; i < reports_.size(); ++i) {
+  for (size_t i = 0; i < reached_.size(); ++i) {
     if (!reading_[i]) continue;
     any = true;
-    earliest = std::min(earliest, reports_[i].lastEnd);
+    earliest = std::min(earliest, reached_[i]);
   }
   if (!any) return;
   control_.setPosition(static_cast<int32_t>(scale_.ToEngineTime(earliest)));

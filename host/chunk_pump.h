@@ -19,7 +19,8 @@ namespace kvlhost {
 // allocator. A stream stops at its end (a null chunk), at -8 (nothing more
 // until a seek) and at any other failed read. `reports` is parallel to
 // `streams` and receives the totals; the pump keeps the engine's playing
-// position in `control`: the earliest end time among streams still reading.
+// position in `control`: the earliest time that all streams still reading
+// have reached.
 class ChunkPump {
  public:
   ChunkPump(const std::vector<KVL::StreamInterface*>& streams,
@@ -47,6 +48,9 @@ class ChunkPump {
   // Serialises deliveries: reports, sink, position and progress.
   std::mutex mutex_;
   std::vector<bool> reading_;
+  // The latest end time each stream has delivered; with reordered frames
+  // a chunk may end before the one ahead of it.
+  std::vector<uint32_t> reached_;
 };
 
 }  // namespace kvlhost

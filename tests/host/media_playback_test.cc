@@ -74,6 +74,29 @@ TEST_P(MediaPlayback, ThreadsDeliverTheSameChunksPerStream) {
   }
 }
 
+// The engine reads next from the stream furthest behind: before every
+// chunk, its stream's end time so far is the earliest of all streams that
+// still have chunks to come (ties go to the earlier stream).
+TEST_P(MediaPlayback, ReadsTheStreamFurthestBehindFirst) {
+  const HostRun run = RunKvlPlay({"--packets", mkvtest::MediaPath(GetParam())});
+  ASSERT_EQ(run.status, 0) << run.errors;
+  const std::vector<PacketRow> rows = ParsePacketRows(run.report);
+  std::map<size_t, size_t> lastRow;
+  for (size_t i = 0; i < rows.size(); ++i) lastRow[rows[i].stream] = i;
+  std::map<size_t, uint32_t> end;
+  for (size_t i = 0; i < rows.size(); ++i) {
+    const size_t chosen = rows[i].stream;
+    for (const auto& [stream, last] : lastRow) {
+      if (stream == chosen || last < i) continue;
+      if (stream < chosen)
+        EXPECT_LT(end[chosen], end[stream]) << "row " << i;
+      else
+        EXPECT_LE(end[chosen], end[stream]) << "row " << i;
+    }
+    end[chosen] = rows[i].start + rows[i].duration;
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(CommittedFiles, MediaPlayback,
                          testing::Values("h264_aac", "hevc_mp3", "h264_mp3_laced",
                                          "h264_aac_scale100us", "mpeg4_aac", "sample"));

@@ -137,7 +137,8 @@ TEST(RunHost, ChapterSelectionSeeksEveryStreamIntoThatChapter) {
 TEST(RunHost, NegativeSpeedGivesOneChunkPerSeek) {
   const HostRun run = RunKvlPlay({"--json", "--speed", "-1000", "--seek", "2000", kSample});
   ASSERT_EQ(run.status, 0) << run.errors;
-  for (const nlohmann::json& stream : nlohmann::json::parse(run.report)["streams"]) {
+  const nlohmann::json report = nlohmann::json::parse(run.report);
+  for (const nlohmann::json& stream : report["streams"]) {
     EXPECT_EQ(stream["chunks"], 1);
     EXPECT_EQ(stream["ending"], "nothing more until a seek");
   }

@@ -1,0 +1,51 @@
+#include "host/avc_facts.h"
+
+#include <gtest/gtest.h>
+
+namespace kvlhost {
+namespace {
+
+// Records as x264 wrote them: 1080p High (cropped from 1088 lines) and a
+// 320x240 Main with NAL HRD parameters (1 Mbit/s peak, 2 Mbit buffer).
+const std::vector<uint8_t> kHigh1080 = {
+    0x01, 0x64, 0x00, 0x28, 0xff, 0xe1, 0x00, 0x1b, 0x67, 0x64, 0x00, 0x28, 0xac, 0xd9, 0x40,
+    0x78, 0x02, 0x27, 0xe5, 0xc0, 0x44, 0x00, 0x00, 0x03, 0x00, 0x04, 0x00, 0x00, 0x03, 0x00,
+    0xc8, 0x3c, 0x60, 0xc6, 0x58, 0x01, 0x00, 0x06, 0x68, 0xeb, 0xe3, 0xcb, 0x22, 0xc0};
+const std::vector<uint8_t> kMainWithHrd = {
+    0x01, 0x4d, 0x40, 0x14, 0xff, 0xe1, 0x00, 0x23, 0x67, 0x4d, 0x40, 0x14, 0xec,
+    0xa0, 0xa0, 0xfd, 0x80, 0x88, 0x00, 0x00, 0x03, 0x00, 0x08, 0x00, 0x00, 0x03,
+    0x01, 0x93, 0x03, 0x00, 0x07, 0xa1, 0x20, 0x00, 0xf4, 0x25, 0x36, 0x18, 0x03,
+    0xc5, 0x0a, 0x65, 0x80, 0x01, 0x00, 0x04, 0x68, 0xeb, 0xec, 0xb2};
+
+TEST(AvcFacts, ReadsSizeCroppingAndHrd) {
+  const std::optional<AvcFacts> high = ReadAvcFacts(kHigh1080);
+  ASSERT_TRUE(high);
+  EXPECT_EQ(high->profile, 100u);
+  EXPECT_EQ(high->level, 40u);
+  EXPECT_EQ(high->codedWidth, 1920u);
+  EXPECT_EQ(high->codedHeight, 1088u);
+  EXPECT_EQ(high->croppedWidth, 1920u);
+  EXPECT_EQ(high->croppedHeight, 1080u);
+  EXPECT_FALSE(high->hrd);
+
+  const std::optional<AvcFacts> main = ReadAvcFacts(kMainWithHrd);
+  ASSERT_TRUE(main);
+  EXPECT_EQ(main->profile, 77u);
+  EXPECT_EQ(main->croppedWidth, 320u);
+  EXPECT_EQ(main->croppedHeight, 240u);
+  EXPECT_TRUE(main->hrd);
+  EXPECT_EQ(main->peakBitrate, 1000000u);
+  EXPECT_EQ(main->bufferSize, 2000000u);
+}
+
+TEST(AvcFacts, NoFactsFromWhatIsNoRecord) {
+  const std::vector<uint8_t> cut(kHigh1080.begin(), kHigh1080.begin() + 12);
+  for (const std::vector<uint8_t>& data :
+       {std::vector<uint8_t>{}, std::vector<uint8_t>{0x01, 0x64}, cut,
+        std::vector<uint8_t>{0x00, 0x00, 0x01, 0x67, 0x64, 0x00, 0x28}}) {
+    EXPECT_FALSE(ReadAvcFacts(data)) << data.size();
+  }
+}
+
+}  // namespace
+}  // namespace kvlhost
