@@ -11,6 +11,14 @@ namespace {
 
 using GetPluginFunction = int (*)(KVL::PluginContext*, void**);
 
+// A bare name would send dlopen() searching the library path; the option
+// names a file.
+std::string FilePath(const std::string& path) {
+  std::error_code ignored;
+  const std::filesystem::path absolute = std::filesystem::absolute(path, ignored);
+  return absolute.empty() ? path : absolute.string();
+}
+
 [[noreturn]] void Fail(const std::string& message) {
   throw HostError(kModuleProblem, message);
 }
@@ -27,8 +35,8 @@ std::string OneLine(const char* text) {
 }  // namespace
 
 PluginModule::PluginModule(const std::string& path, KVL::PluginContext* context)
-    : path_(path) {
-  handle_ = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    : path_(FilePath(path)) {
+  handle_ = dlopen(path_.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (!handle_) Fail("cannot load module: " + OneLine(dlerror()));
   try {
     MakePlugin(context);
