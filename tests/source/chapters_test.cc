@@ -2,7 +2,7 @@
 
 #include "source/automatic_chapters.h"
 #include "source/chapter_info.h"
-#include "tests/source/source_fixture.h"
+#include "tests/support/source_harness.h"
 
 namespace mkvtest {
 namespace {
@@ -52,9 +52,9 @@ TEST(AutomaticChapters, CutTheDurationIntoTenths) {
 
 class ChaptersTest : public SourceTest {
  protected:
-  void Open(std::optional<double> nanoseconds) {
+  void OpenLasting(std::optional<double> nanoseconds) {
     testing::internal::CaptureStdout();
-    ProbeAndOpen(FileLasting(nanoseconds));
+    ASSERT_TRUE(Open(WriteTemp(FileLasting(nanoseconds)), false));
     lines = testing::internal::GetCapturedStdout();
     title = source->getTitles().head()->value;
     chapters = Uids(source->getChapters(title));
@@ -65,7 +65,7 @@ class ChaptersTest : public SourceTest {
 };
 
 TEST_F(ChaptersTest, TitleAndChapterUidsAreDrawnInOrder) {
-  Open(1000000000.0);
+  OpenLasting(1000000000.0);
   EXPECT_EQ(1u, title);
   EXPECT_EQ((std::vector<unsigned long long>{2, 3, 4, 5, 6, 7, 8, 9, 10, 11}), chapters);
   EXPECT_EQ(chapters, Uids(source->getChapters(0)));
@@ -77,7 +77,7 @@ TEST_F(ChaptersTest, TitleAndChapterUidsAreDrawnInOrder) {
 }
 
 TEST_F(ChaptersTest, TimesGoToTheEngineInTenMicrosecondUnits) {
-  Open(1000000000.0);
+  OpenLasting(1000000000.0);
   EXPECT_EQ(0u, source->getChapterStartTime(chapters[0]));
   EXPECT_EQ(10000u, source->getChapterEndTime(chapters[0]));
   EXPECT_EQ(90000u, source->getChapterStartTime(chapters[9]));
@@ -87,7 +87,7 @@ TEST_F(ChaptersTest, TimesGoToTheEngineInTenMicrosecondUnits) {
 }
 
 TEST_F(ChaptersTest, WithoutDurationEveryChapterRunsFromZeroToMinusOne) {
-  Open(std::nullopt);
+  OpenLasting(std::nullopt);
   for (unsigned long long uid : chapters) {
     EXPECT_EQ(0u, source->getChapterStartTime(uid));
     EXPECT_EQ(0u, source->getChapterEndTime(uid));
@@ -96,7 +96,7 @@ TEST_F(ChaptersTest, WithoutDurationEveryChapterRunsFromZeroToMinusOne) {
 }
 
 TEST_F(ChaptersTest, CurrentChapterNeedsAnOpenTitle) {
-  Open(1000000000.0);
+  OpenLasting(1000000000.0);
   testing::internal::CaptureStdout();
   EXPECT_EQ(0u, source->getCurrentChapter());
   EXPECT_EQ("couldn't find title UID.\n", testing::internal::GetCapturedStdout());
@@ -115,7 +115,7 @@ TEST_F(ChaptersTest, CurrentChapterNeedsAnOpenTitle) {
 }
 
 TEST_F(ChaptersTest, SelectingAChapterSeeksTheOpenTitle) {
-  Open(1000000000.0);
+  OpenLasting(1000000000.0);
   source->selectChapter(chapters[3]);
   EXPECT_TRUE(control.seekTimes.empty());
   testing::internal::CaptureStdout();
@@ -128,7 +128,7 @@ TEST_F(ChaptersTest, SelectingAChapterSeeksTheOpenTitle) {
 }
 
 TEST_F(ChaptersTest, WithoutDurationSelectingJumpsToZero) {
-  Open(std::nullopt);
+  OpenLasting(std::nullopt);
   testing::internal::CaptureStdout();
   ASSERT_EQ(0, source->openTitle(title));
   testing::internal::GetCapturedStdout();
@@ -137,7 +137,7 @@ TEST_F(ChaptersTest, WithoutDurationSelectingJumpsToZero) {
 }
 
 TEST_F(ChaptersTest, AChapterRecordOnRequestBelongsToNoMap) {
-  Open(100.0);
+  OpenLasting(100.0);
   std::unique_ptr<KVL::MKVSource::ChapterInfo> made(source->_getChapterInfo(title, 77, 4));
   EXPECT_EQ(4u, made->index);
   EXPECT_EQ(title, made->titleUID);

@@ -1,6 +1,6 @@
 #include <unistd.h>
 
-#include "tests/source/source_fixture.h"
+#include "tests/support/source_harness.h"
 
 namespace mkvtest {
 namespace {

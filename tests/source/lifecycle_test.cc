@@ -1,7 +1,7 @@
 #include <libxml/tree.h>
 #include <unistd.h>
 
-#include "tests/source/source_fixture.h"
+#include "tests/support/source_harness.h"
 
 namespace mkvtest {
 namespace {
@@ -33,7 +33,7 @@ TEST_F(LifecycleTest, UrisThatAreNotFilesFailSilently) {
 }
 
 TEST_F(LifecycleTest, OpenPublishesTitleChaptersAndAnEmptyDocument) {
-  ProbeAndOpen(VideoAndAudioFile());
+  ASSERT_TRUE(Open(WriteTemp(VideoAndAudioFile()), false));
   EXPECT_EQ(1u, source->getTitles().count());
   EXPECT_EQ(10u, source->getChapters(0).count());
   xmlDoc* document = source->metadataDocument();
@@ -50,7 +50,7 @@ TEST_F(LifecycleTest, OpenPublishesTitleChaptersAndAnEmptyDocument) {
 }
 
 TEST_F(LifecycleTest, SecondOpenFailsAndKeepsTheFirstTitle) {
-  ProbeAndOpen(VideoAndAudioFile());
+  ASSERT_TRUE(Open(WriteTemp(VideoAndAudioFile()), false));
   const unsigned long long title = source->getTitles().head()->value;
   const std::string uri = FileUri(WriteTemp(VideoAndAudioFile()));
   int result = 0;
@@ -60,7 +60,7 @@ TEST_F(LifecycleTest, SecondOpenFailsAndKeepsTheFirstTitle) {
 }
 
 TEST_F(LifecycleTest, OpenAfterCloseMakesNewUids) {
-  ProbeAndOpen(VideoAndAudioFile());
+  ASSERT_TRUE(Open(WriteTemp(VideoAndAudioFile()), false));
   const unsigned long long first = source->getTitles().head()->value;
   source->close();
   EXPECT_TRUE(source->isClosing());
@@ -100,7 +100,7 @@ TEST_F(LifecycleTest, AVerifierIsAnnounced) {
 
 TEST_F(LifecycleTest, FilenameIsTheUriOfTheLastOpen) {
   EXPECT_EQ(0u, source->getFilename().length());
-  ProbeAndOpen(VideoAndAudioFile());
+  ASSERT_TRUE(Open(WriteTemp(VideoAndAudioFile()), false));
   EXPECT_EQ(Text(media->getUri()), Text(source->getFilename()));
 }
 

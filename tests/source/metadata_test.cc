@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "source/tag_data.h"
-#include "tests/source/source_fixture.h"
+#include "tests/support/source_harness.h"
 
 namespace mkvtest {
 namespace {
@@ -32,7 +32,7 @@ std::vector<std::string> Children(xmlNode* node) {
 class MetadataTest : public SourceTest {
  protected:
   void SetUp() override {
-    ProbeAndOpen(VideoAndAudioFile());
+    ASSERT_TRUE(Open(WriteTemp(VideoAndAudioFile()), false));
     root = xmlDocGetRootElement(source->metadataDocument());
   }
   xmlNode* root = nullptr;

@@ -1,6 +1,6 @@
 #include <cstring>
 
-#include "tests/source/source_fixture.h"
+#include "tests/support/source_harness.h"
 
 namespace mkvtest {
 namespace {

@@ -7,9 +7,8 @@
 
 #include "plugin/kvl/media_buffer.h"
 #include "streams/media_chunk_allocator.h"
-#include "tests/streams/opened_title.h"
+#include "tests/support/source_harness.h"
 #include "tests/support/media_files.h"
-#include "tests/support/temp_file.h"
 
 namespace mkvtest {
 namespace {
@@ -42,7 +41,7 @@ TEST(ReadPathTest, ChunksAreTheFilesFramesOfTheTrack) {
   const MkvFile file = MixedFile();
   const SerializedMkv mkv = Serialize(file);
   OpenedTitle t(WriteTemp(mkv.bytes));
-  ASSERT_TRUE(t.ok());
+  ASSERT_TRUE(t.ok);
   for (uint64_t track : {1, 2}) {
     std::vector<Chunk> expected;
     for (const FramePlace& place : mkv.frames) {
@@ -164,7 +163,7 @@ TEST(ReadPathTest, CommittedFilesFrameByFrame) {
   for (const std::string name : kMediaNames) {
     if (name == "aac_only") continue;  // no video: not playable
     OpenedTitle t(MediaPath(name));
-    ASSERT_TRUE(t.ok()) << name;
+    ASSERT_TRUE(t.ok) << name;
     for (int track : {0, 1}) {
       const auto line = [&](int64_t time, size_t size, const std::string& md5) {
         return (track == 0 ? std::to_string(time) + " " : "") + std::to_string(size) + " " + md5;

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/streams/opened_title.h"
+#include "tests/support/source_harness.h"
 #include "tests/support/media_files.h"
 
 namespace mkvtest {

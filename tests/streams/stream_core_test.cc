@@ -7,9 +7,8 @@
 
 #include "plugin/kvl/media_buffer.h"
 #include "plugin/kvl/properties.h"
-#include "tests/streams/opened_title.h"
+#include "tests/support/source_harness.h"
 #include "tests/support/media_files.h"
-#include "tests/support/temp_file.h"
 
 namespace mkvtest {
 namespace {
@@ -81,22 +80,22 @@ TEST(StreamCoreTest, InfoAndDuration) {
   file.clusters = {Cluster{0, {SimpleBlock(1, 0, true, {Payload(8)})}}};
   file.info.duration = 5000;
   OpenedTitle t(WriteTemp(file));
-  EXPECT_EQ(t.control.added[0]->info(nullptr, nullptr, nullptr, nullptr), 1);
+  EXPECT_EQ(t.control.streams()[0]->info(nullptr, nullptr, nullptr, nullptr), 1);
   for (unsigned i = 0; i < 2; ++i) {
     KVL::vorq_string<unsigned char> name;
     KVL::vorq_string<char> language, country;
     unsigned int type = 99;
-    EXPECT_EQ(t.control.added[i]->info(&name, &language, &country, &type), 1);
+    EXPECT_EQ(t.control.streams()[i]->info(&name, &language, &country, &type), 1);
     const std::basic_string<unsigned char> text = name.toStlString();
     EXPECT_EQ(std::string(text.begin(), text.end()), i == 0 ? "" : "Commentary");
     EXPECT_EQ(language.toStlString(), "en");
     EXPECT_EQ(country.toStlString(), "us");
     EXPECT_EQ(type, i == 0 ? 0u : 2u);
-    EXPECT_EQ(t.control.added[i]->duration(), 5000u);
+    EXPECT_EQ(t.control.streams()[i]->duration(), 5000u);
   }
   file.info = Info{100000, 123456};  // ticks of 100 us
-  EXPECT_EQ(OpenedTitle(WriteTemp(file)).control.added[1]->duration(), 123456u);
-  EXPECT_EQ(OpenedTitle(FileWith(tracks)).control.added[0]->duration(), 0u);  // no Duration
+  EXPECT_EQ(OpenedTitle(WriteTemp(file)).control.streams()[1]->duration(), 123456u);
+  EXPECT_EQ(OpenedTitle(FileWith(tracks)).control.streams()[0]->duration(), 0u);  // no Duration
 }
 
 TEST(StreamCoreTest, VideoFormats) {
@@ -113,8 +112,8 @@ TEST(StreamCoreTest, VideoFormats) {
     testing::internal::CaptureStderr();
     OpenedTitle t(path);
     const std::string log = testing::internal::GetCapturedStderr();
-    ASSERT_TRUE(t.ok());
-    KVL::StreamInterface* stream = t.control.added[0];
+    ASSERT_TRUE(t.ok);
+    KVL::StreamInterface* stream = t.control.streams()[0];
     EXPECT_STREQ(stream->format()->code, c.code);
     EXPECT_EQ(stream->format()->mediaType, 1u);
     const std::string line = "VideoStream:1726: Unknown CodecID:" + c.codec.value_or("") + "\n";
@@ -138,7 +137,7 @@ TEST(StreamCoreTest, AudioFormats) {
                {std::nullopt, 8000, 2, 0xFFFFFFFF, 8000}};
   for (const Case& c : cases) {
     OpenedTitle t(FileWith({V(), A(c.codec, c.rate, c.channels)}));
-    KVL::StreamInterface* stream = t.control.added.at(1);
+    KVL::StreamInterface* stream = t.control.streams().at(1);
     EXPECT_EQ(AudioTag(stream), c.tag);
     EXPECT_EQ(stream->format()->mediaType, 2u);
     auto* audio = static_cast<AudioProperties*>(stream->properties());
@@ -153,11 +152,11 @@ TEST(StreamCoreTest, ReadersOnTracksOfTheOtherKindStayEmpty) {
   std::vector<Track> tracks = {A(), V(), A()};
   for (uint64_t i = 0; i < 3; ++i) tracks[i].number = i + 1;
   OpenedTitle t(FileWith(tracks));
-  ASSERT_EQ(t.control.added.size(), 2u);
+  ASSERT_EQ(t.control.streams().size(), 2u);
   EXPECT_EQ(static_cast<ImageProperties*>(t.opened(0)->properties())->width, 0u);
-  EXPECT_STREQ(t.control.added[0]->format()->code, "");
+  EXPECT_STREQ(t.control.streams()[0]->format()->code, "");
   EXPECT_EQ(static_cast<AudioProperties*>(t.opened(1)->properties())->sampleRate, 0u);
-  EXPECT_EQ(AudioTag(t.control.added[1]), 0xFFFFFFFF);
+  EXPECT_EQ(AudioTag(t.control.streams()[1]), 0xFFFFFFFF);
 }
 
 // From the display size (4:3 over 176x144 in the committed file); without a
@@ -175,7 +174,7 @@ TEST(StreamCoreTest, PixelAspectRatio) {
                {MediaPath("h264_aac"), 1, 1}};
   for (const Case& c : cases) {
     OpenedTitle t(c.path);
-    auto* image = static_cast<ImageProperties*>(t.control.added.at(0)->properties());
+    auto* image = static_cast<ImageProperties*>(t.control.streams().at(0)->properties());
     EXPECT_EQ(image->aspectX, c.x) << c.path;
     EXPECT_EQ(image->aspectY, c.y) << c.path;
   }

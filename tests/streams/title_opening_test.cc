@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/streams/opened_title.h"
+#include "tests/support/source_harness.h"
 
 namespace mkvtest {
 namespace {
@@ -38,17 +38,17 @@ TEST(TitleOpeningTest, MakesAddsEnablesAndLooksAtTheReaders) {
                {{A(1), V(2), A(3)}, {272, 288}}};
   for (const Case& c : cases) {
     OpenedTitle t(FileWith(c.tracks), /*openTitle=*/false);
-    ASSERT_TRUE(t.ok());
+    ASSERT_TRUE(t.ok);
     const std::string out = StdoutOf([&] { EXPECT_EQ(t.source->openTitle(t.titleUID), 0); });
-    Calls adds, gets, enables = {Call("enableStream", t, 1)};
+    Calls adds, gets, enables = {Call("enableStream", t, 1) + " 1"};
     std::string enumerated;
     for (size_t i = 0; i < c.types.size(); ++i) {
-      EXPECT_EQ(t.control.added.at(i)->streamType(), c.types[i]);
+      EXPECT_EQ(t.control.streams().at(i)->streamType(), c.types[i]);
       adds.push_back(Call("addStream", t, i + 1));
       gets.push_back(Call("getStream", t, i + 1));
       if (c.types[i] == 272) enumerated += "Enumerating video track " + std::to_string(i) + "\n";
     }
-    if (c.types.size() > 1) enables.push_back(Call("enableStream", t, c.types.size()));
+    if (c.types.size() > 1) enables.push_back(Call("enableStream", t, c.types.size()) + " 1");
     adds.insert(adds.end(), enables.begin(), enables.end());
     adds.insert(adds.end(), gets.begin(), gets.end());
     EXPECT_EQ(t.control.calls, adds);
@@ -69,7 +69,7 @@ TEST(TitleOpeningTest, RefusedVideoStreamLeavesTheTitleOpenForClose) {
   t.control.enableResult = -5;
   EXPECT_EQ(t.source->openTitle(t.titleUID), -1);
   EXPECT_EQ(t.control.calls, Calls({Call("addStream", t, 1), Call("addStream", t, 2),
-                                    Call("enableStream", t, 1)}));
+                                    Call("enableStream", t, 1) + " 1"}));
   t.control.calls.clear();
   EXPECT_EQ(t.source->closeTitle(false), 0);
   EXPECT_EQ(t.control.calls,

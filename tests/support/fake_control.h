@@ -1,11 +1,11 @@
 // An engine's control object for tests: it counts UIDs from 1, keeps the
-// streams it is given and deletes them when they are removed or when it
-// goes, and writes down every call in order.
+// streams it is given (it deletes them when they are removed or when it
+// goes), opens titles on its container for requestOpenTitle, and writes
+// down the calls in order.
 #ifndef MKVSOURCE_TESTS_SUPPORT_FAKE_CONTROL_H_
 #define MKVSOURCE_TESTS_SUPPORT_FAKE_CONTROL_H_
 
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,15 +18,13 @@ namespace mkvtest {
 
 class FakeControl : public KVL::ControlInterface {
  public:
-  // The container that requestOpenTitle() opens the title on.
-  explicit FakeControl(KVL::ContainerInterface* container = nullptr) : container_(container) {}
   void setContainer(KVL::ContainerInterface* container) { container_ = container; }
 
-  unsigned long long createUID() override;
+  unsigned long long createUID() override { return nextUID_++; }
   KVL::vorq_string<char> getDefaultAudioLanguage() override;
   KVL::vorq_string<char> getDefaultSubtitleLanguage() override;
-  int32_t getCurrentTime(int32_t) override;
-  int getPlaybackState() override;
+  int32_t getCurrentTime(int32_t) override { return currentTime; }
+  int getPlaybackState() override { return 0; }
   KVL::DataNotReadySink* getDataNotReadySink() override { return nullptr; }
   int reportDataNotReady(unsigned long long uid) override;
   KVL::StreamInterface* getStream(unsigned long long uid) override;
@@ -37,22 +35,23 @@ class FakeControl : public KVL::ControlInterface {
   int removeStream(unsigned long long uid) override;
   int enableStream(unsigned long long uid, int enable) override;
 
-  // The calls so far, e.g. "addStream 12", "enableStream 12 1".
-  std::vector<std::string> calls;
   // The streams held, in the order they were added.
   std::vector<KVL::StreamInterface*> streams() const;
 
+  // The calls so far, e.g. "addStream 12", "enableStream 12 1".
+  std::vector<std::string> calls;
   int32_t currentTime = 0;
-  int playbackState = 0;
-  int enableResult = 0;
+  int enableResult = 0;  // what enableStream() answers
   std::vector<uint32_t> seekTimes;
 
  private:
-  void record(const std::string& call) { calls.push_back(call); }
+  // Records "call uid" and gives the place of the stream of `uid`, or end.
+  std::vector<std::unique_ptr<KVL::StreamInterface>>::iterator Record(const std::string& call,
+                                                                      unsigned long long uid);
 
-  KVL::ContainerInterface* container_;
+  KVL::ContainerInterface* container_ = nullptr;
   unsigned long long nextUID_ = 1;
-  std::vector<std::pair<unsigned long long, std::unique_ptr<KVL::StreamInterface>>> streams_;
+  std::vector<std::unique_ptr<KVL::StreamInterface>> streams_;
 };
 
 }  // namespace mkvtest

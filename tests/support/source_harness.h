@@ -1,0 +1,89 @@
+// A source under test with the engine around it (its context, the fake
+// control, the media source of a file) and helpers to read its streams.
+#ifndef MKVSOURCE_TESTS_SUPPORT_SOURCE_HARNESS_H_
+#define MKVSOURCE_TESTS_SUPPORT_SOURCE_HARNESS_H_
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "plugin/kvl/media_source.h"
+#include "plugin/kvl/plugin_context.h"
+#include "plugin/mkv_source.h"
+#include "tests/support/fake_control.h"
+#include "tests/support/mkv_writer.h"
+#include "tests/support/temp_file.h"
+
+namespace mkvtest {
+
+std::unique_ptr<KVL::MediaSource> SourceOf(const std::string& uri);
+std::string Text(const KVL::vorq_string<unsigned char>& text);
+inline std::string FileUri(const std::string& path) { return "file://" + path; }
+
+struct SourceHarness {
+  SourceHarness();
+  ~SourceHarness();  // closes a session nobody opened
+
+  // canPlay() of `path` as a file URI; the session goes to `session`.
+  bool Probe(const std::string& path);
+  // Probes and opens `path`, notes its title and opens that unless told
+  // not to; the engine's calls so far are forgotten. False if a step fails.
+  bool Open(const std::string& path, bool openTitle = true);
+  // The i-th stream the engine holds (video readers first), after openStream().
+  KVL::StreamInterface* opened(size_t i);
+
+  KVL::PluginContext context;
+  std::unique_ptr<KVL::MediaSource> media;
+  std::unique_ptr<KVL::MKVSource> source;
+  // After the source, so that its streams go first: they lock the source's
+  // title record on the way out.
+  FakeControl control;
+  void* session = nullptr;
+  std::vector<KVL::FormatDescriptor> refused;
+  unsigned long long titleUID = 0;
+};
+
+class SourceTest : public testing::Test, public SourceHarness {};
+
+// A harness that has opened `path`, and its title unless told not to.
+struct OpenedTitle : SourceHarness {
+  explicit OpenedTitle(const std::string& path, bool openTitle = true)
+      : ok(Open(path, openTitle)) {}
+  const bool ok;
+};
+
+// Video track 1 (H.264, 64x48) and audio track 2 (AAC), unless `tracks`
+// says otherwise, over `clusters`, written to a temporary file.
+std::string WriteAv(std::vector<Cluster> clusters, std::vector<Track> tracks = {});
+// WriteAv's tracks over two clusters of a key frame on each, lasting 2 s.
+MkvFile VideoAndAudioFile();
+
+// One chunk's content; the chunk itself went back to its allocator.
+struct Chunk {
+  uint32_t start = 0;
+  uint32_t duration = 0;
+  std::string bytes;
+};
+
+// Reads up to `limit` chunks, stopping at the first call without one; the
+// result of that last call goes to `*last` if given.
+std::vector<Chunk> ReadChunks(KVL::StreamInterface* stream, size_t limit = SIZE_MAX,
+                              int* last = nullptr);
+
+// One line "start+duration md5" per chunk, for comparing lists.
+std::string Describe(const std::vector<Chunk>& chunks);
+
+template <typename Run>
+std::string StdoutOf(Run run) {
+  testing::internal::CaptureStdout();
+  run();
+  return testing::internal::GetCapturedStdout();
+}
+
+}  // namespace mkvtest
+
+#endif  // MKVSOURCE_TESTS_SUPPORT_SOURCE_HARNESS_H_
