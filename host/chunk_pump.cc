@@ -55,19 +55,28 @@ void ChunkPump::ReadInterleaved() {
 void ChunkPump::ReadOnThreads() {
   std::vector<std::exception_ptr> failures(streams_.size());
   std::vector<std::thread> threads;
-  for (size_t i = 0; i < streams_.size(); ++i) {
-    threads.emplace_back([this, i, &failures] {
-      try {
-        while (ReadOne(i)) {
+  const auto joinAll = [&threads] {
+    for (std::thread& thread : threads) thread.join();
+  };
+  try {
+    for (size_t i = 0; i < streams_.size(); ++i) {
+      threads.emplace_back([this, i, &failures] {
+        try {
+          while (ReadOne(i)) {
+          }
+        } catch (...) {
+          failures[i] = std::current_exception();
+          std::lock_guard<std::mutex> lock(mutex_);
+          reading_[i] = false;
         }
-      } catch (...) {
-        failures[i] = std::current_exception();
-        std::lock_guard<std::mutex> lock(mutex_);
-        reading_[i] = false;
-      }
-    });
+      });
+    }
+  } catch (...) {
+    // No thread may outlive the pump, even when not all of them started.
+    joinAll();
+    throw;
   }
-  for (std::thread& thread : threads) thread.join();
+  joinAll();
   for (const std::exception_ptr& failure : failures) {
     if (failure) std::rethrow_exception(failure);
   }

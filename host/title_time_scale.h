@@ -10,8 +10,9 @@ namespace kvlhost {
 // but it does tell the title's length in both units: the last chapter ends
 // at the title's duration (engine units) and every stream's duration() is
 // the same length in ticks. Times map by that proportion, taken downwards
-// as the plug-in takes nanoseconds to ticks. When either length is 0 (a file without a duration) ticks
-// are taken as milliseconds, the default scale.
+// as the plug-in takes nanoseconds to ticks. When either length is 0 (a
+// file without a duration) ticks are taken as milliseconds, the default
+// scale.
 class TitleTimeScale {
  public:
   TitleTimeScale(uint32_t engineLength, uint32_t tickLength);

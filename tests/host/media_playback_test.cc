@@ -21,7 +21,8 @@ std::map<unsigned int, std::vector<PacketRow>> ByTrack(const std::vector<PacketR
 
 std::map<unsigned int, std::vector<Packet>> ByTrack(const std::vector<Packet>& packets) {
   std::map<unsigned int, std::vector<Packet>> tracks;
-  for (const Packet& packet : packets) tracks[static_cast<unsigned int>(packet.stream)].push_back(packet);
+  for (const Packet& packet : packets)
+    tracks[static_cast<unsigned int>(packet.stream)].push_back(packet);
   return tracks;
 }
 
