@@ -64,6 +64,7 @@ class MKVSource::MKVStream : public StreamInterface {
   // The time in nanoseconds of `ticks`, saturated instead of overflowing.
   int64_t TicksToNanoseconds(uint32_t ticks) const;
   const char* kindName() const;
+  long seekTrack(int64_t timeNs);
   void storeDuration();
 
   MKVBlockType_t blockType;

@@ -3,6 +3,7 @@
 #include <boost/thread/locks.hpp>
 
 #include "streams/audio_stream.h"
+#include "streams/seek_search.h"
 #include "streams/video_stream.h"
 
 namespace KVL {
@@ -14,14 +15,22 @@ using StreamLock = boost::unique_lock<boost::recursive_mutex>;
 // had reached, so a seek before the first read or after the end resumes
 // there.
 
+// Points the entry where the track's seek lands: on a video track a key
+// block, on any other a block of the track.
+long MKVSource::MKVStream::seekTrack(int64_t timeNs) {
+  const mkvparser::Track* track = this->track();
+  if (!track) return -1;
+  const bool keyFramesOnly = track->GetType() == mkvparser::Track::kVideo;
+  return FindSeekEntry(title->source->segment, *track, timeNs, keyFramesOnly, &entry);
+}
+
 int MKVSource::AudioStream::seekStream(unsigned int time, unsigned int* actualTime,
                                        bool exact) {
   const uint32_t requested = exact ? time : time + 1;
   const int64_t target = TicksToNanoseconds(requested);
   StreamLock lock(title->mutex);
   resetStream();
-  const mkvparser::Track* track = this->track();
-  const long status = track ? track->Seek(target, entry) : -1;
+  const long status = seekTrack(target);
   if (status != 0) {
     walkState = WalkEnd;
     if (actualTime) *actualTime = 0;
@@ -44,9 +53,8 @@ int MKVSource::VideoStream::seekStream(unsigned int time, unsigned int* actualTi
   StreamLock lock(title->mutex);
   resetStream();
   source = title->source;
-  const mkvparser::Track* track = this->track();
   walkState = WalkEnd;
-  if (!track || track->Seek(TicksToNanoseconds(time), entry) != 0) return -1;
+  if (seekTrack(TicksToNanoseconds(time)) != 0) return -1;
   cluster = entry->GetCluster();
   if (!cluster) return -1;
   // The landing point is the first key block of the cluster, of any track.

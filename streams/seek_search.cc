@@ -1,0 +1,91 @@
+#include "streams/seek_search.h"
+
+#include <vector>
+
+namespace KVL {
+namespace {
+
+using mkvparser::BlockEntry;
+using mkvparser::Cluster;
+
+struct Search {
+  const mkvparser::Track& track;
+  bool keyFramesOnly;
+
+  bool OfTrack(const BlockEntry* entry) const {
+    return entry->GetBlock()->GetTrackNumber() == track.GetNumber();
+  }
+  bool IsTarget(const BlockEntry* entry) const {
+    return OfTrack(entry) && (!keyFramesOnly || entry->GetBlock()->IsKey());
+  }
+
+  // The cluster's landing entry: the first target, or with `timeNs` at 0 or
+  // above the last target at or before it. Null where there is none.
+  long InCluster(const Cluster* cluster, long long timeNs, const BlockEntry** found) const {
+    *found = nullptr;
+    const BlockEntry* entry = nullptr;
+    long status = cluster->GetFirst(entry);
+    while (status == 0 && entry && !entry->EOS() && entry->GetBlock()) {
+      if (OfTrack(entry)) {
+        const bool target = IsTarget(entry);
+        if (target && timeNs < 0) {
+          *found = entry;
+          return 0;
+        }
+        if (timeNs >= 0 && entry->GetBlock()->GetTime(cluster) > timeNs) return 0;
+        if (target) *found = entry;
+      }
+      status = cluster->GetNext(entry, entry);
+    }
+    return status < 0 ? status : 0;
+  }
+};
+
+bool Usable(const Cluster* cluster) { return cluster && !cluster->EOS(); }
+
+}  // namespace
+
+long FindSeekEntry(mkvparser::Segment* segment, const mkvparser::Track& track,
+                   long long timeNs, bool keyFramesOnly, const BlockEntry** result) {
+  const Search search{track, keyFramesOnly};
+  *result = track.GetEOS();
+  if (!segment) return 0;
+
+  // The track's first target, and the clusters from its cluster on.
+  std::vector<const Cluster*> clusters;
+  const BlockEntry* first = nullptr;
+  for (const Cluster* cluster = segment->GetFirst(); Usable(cluster);
+       cluster = segment->GetNext(cluster)) {
+    if (!first) {
+      const long status = search.InCluster(cluster, -1, &first);
+      if (status < 0) return status;
+      if (!first) continue;
+      if (timeNs <= first->GetBlock()->GetTime(cluster)) {
+        *result = first;
+        return 0;
+      }
+    }
+    // Clusters that start after the time end the search.
+    if (cluster->GetTime() > timeNs) break;
+    clusters.push_back(cluster);
+  }
+  if (!first) return 0;
+  // The time falls before the start of the first block's cluster.
+  if (clusters.empty()) {
+    *result = first;
+    return 0;
+  }
+  const long long within = keyFramesOnly ? timeNs : -1;
+  for (auto cluster = clusters.rbegin(); cluster != clusters.rend(); ++cluster) {
+    const BlockEntry* found = nullptr;
+    const long status = search.InCluster(*cluster, within, &found);
+    if (status < 0) return status;
+    if (found) {
+      *result = found;
+      return 0;
+    }
+  }
+  return 0;
+}
+
+}  // namespace KVL
