@@ -32,6 +32,20 @@ TEST_F(LifecycleTest, UrisThatAreNotFilesFailSilently) {
   EXPECT_EQ(-1, source->open(static_cast<void*>(nullptr)));
 }
 
+// Without the control object from init() nothing can be published.
+TEST_F(LifecycleTest, OpenBeforeInitIsRefused) {
+  KVL::MKVSource fresh(&context);
+  const std::string path = WriteTemp(VideoAndAudioFile());
+  media = SourceOf(FileUri(path));
+  void* saved = nullptr;
+  ASSERT_TRUE(fresh.canPlay(*media, nullptr, &saved, nullptr));
+  EXPECT_EQ(-1, fresh.open(saved));
+  EXPECT_EQ(-1, fresh.open(*media));
+  EXPECT_EQ(0u, fresh.getTitles().count());
+  fresh.playFirstTitle();
+  EXPECT_EQ(0u, fresh.getCurrentChapter());
+}
+
 TEST_F(LifecycleTest, OpenPublishesTitleChaptersAndAnEmptyDocument) {
   ASSERT_TRUE(Open(WriteTemp(VideoAndAudioFile()), false));
   EXPECT_EQ(1u, source->getTitles().count());

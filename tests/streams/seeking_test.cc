@@ -147,5 +147,40 @@ TEST(SeekingTest, SyncPointsResetAndScan) {
   EXPECT_EQ(result, 1234);
 }
 
+// Layouts the parser's own track seek aborts on: a time between a track's
+// first block and the start of its cluster (a block before its cluster, as
+// encoders write audio), and cluster times out of order. Every seek lands
+// on a block of the file and reading goes on.
+TEST(SeekingTest, SeeksSurviveLayoutsThatTrapTheParsersSeek) {
+  const std::vector<std::vector<Cluster>> layouts = {
+      {Cluster{100, {A(-100), V(0, true)}}, Cluster{1100, {V(0, true), A(0)}}},
+      {Cluster{0, {V(0, true), A(0)}}, Cluster{2000, {V(0, true), A(0)}},
+       Cluster{1000, {V(0, true), A(0)}}},
+  };
+  for (const auto& clusters : layouts) {
+    OpenedTitle t(WriteAv(clusters));
+    ASSERT_TRUE(t.ok);
+    for (unsigned int time : {0u, 1u, 50u, 99u, 1500u, 2500u}) {
+      for (size_t i = 0; i < 2; ++i) {
+        unsigned int actual = 0;
+        StdoutOf([&] { EXPECT_EQ(t.opened(i)->seekStream(time, &actual, true), 0) << time; });
+        EXPECT_FALSE(ReadChunks(t.opened(i), 1).empty()) << time;
+      }
+    }
+  }
+}
+
+// With the file shut under it, a seek that needs to read fails, and the
+// next read ends the stream.
+TEST(SeekingTest, ASeekThatCannotReadEndsTheStream) {
+  OpenedTitle t(WriteAv({Cluster{0, {V(0, true), A(0)}}, Cluster{1000, {V(0, true), A(0)}}}));
+  KVL::StreamInterface* audio = t.opened(1);
+  t.source->close();
+  unsigned int actual = 7;
+  StdoutOf([&] { audio->seekStream(1500, &actual, true); });
+  EXPECT_TRUE(ReadChunks(audio).empty());
+  EXPECT_TRUE(audio->isEOS());
+}
+
 }  // namespace
 }  // namespace mkvtest
