@@ -25,10 +25,10 @@ done
 
 if ((${#missing[@]})); then
   [[ $(id -u) -eq 0 ]] || die "run as root to install: ${missing[*]}"
-  echo "setup: installing ${missing[*]}"
+  echo "setup: installing ${missing[*]}" >&2
   export DEBIAN_FRONTEND=noninteractive
-  apt-get update -q
-  apt-get install -y -q --no-install-recommends "${missing[@]}"
+  apt-get update -q >&2
+  apt-get install -y -q --no-install-recommends "${missing[@]}" >&2
 fi
 
 # mkvparser's headers are not in Debian's libwebm-dev; they come from the
@@ -57,13 +57,13 @@ Suites: bookworm
 Components: main
 Signed-By: /usr/share/keyrings/debian-archive-keyring.gpg
 SRC
-  apt-get update -q
+  apt-get update -q >&2
 fi
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 chmod 777 "$work"
-(cd "$work" && apt-get source -q --download-only "libwebm=$version") ||
+(cd "$work" && apt-get source -q --download-only "libwebm=$version" >&2) ||
   die "the source package libwebm $version is not reachable through apt"
 
 dsc_version=$(awk '/^Version:/ {print $2; exit}' "$work"/libwebm_*.dsc)
@@ -80,4 +80,4 @@ mkdir -p "$headers/mkvparser"
 cp "$tree/mkvparser/mkvparser.h" "$headers/mkvparser/"
 cp "$tree/LICENSE.TXT" "$headers/" 2>/dev/null || true
 echo "$version" > "$headers/VERSION"
-echo "setup: mkvparser headers of libwebm $version in $headers"
+echo "setup: mkvparser headers of libwebm $version in $headers" >&2
