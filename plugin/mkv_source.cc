@@ -42,6 +42,7 @@ MKVSource::~MKVSource() {
 }
 
 int MKVSource::getInterface(const vorq_string<char>& name, void** result) {
+  if (!result) return 3;
   *result = nullptr;
   if (name == kContainerInterfaceName) {
     *result = static_cast<ContainerInterface*>(this);
