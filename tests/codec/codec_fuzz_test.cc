@@ -10,30 +10,27 @@
 
 namespace {
 
-using Bytes = std::vector<unsigned char>;
-
-// Random bytes, half the time mostly zeros: long Exp-Golomb codes, large
-// counts and start code patterns.
-Bytes RandomBytes(std::mt19937& random, size_t size) {
+// Random bytes, half the time mostly zeros (long Exp-Golomb codes, large
+// counts, start codes), with `header` planted at `at` when it fits.
+std::vector<unsigned char> RandomBytes(std::mt19937& random, size_t size,
+                                       const std::vector<unsigned char>& header, size_t at) {
   const bool sparse = random() % 2;
-  Bytes bytes(size);
+  std::vector<unsigned char> bytes(size);
   for (unsigned char& byte : bytes)
     byte = sparse && random() % 4 ? 0 : static_cast<unsigned char>(random());
+  if (size >= at + header.size() && random() % 4) std::copy(header.begin(), header.end(), bytes.begin() + at);
   return bytes;
 }
 
 TEST(CodecFuzzTest, InitAndParseStayInsideRandomRecords) {
   std::mt19937 random(20240601);
   for (int round = 0; round < 2000; ++round) {
-    Bytes record = RandomBytes(random, random() % 96);
-    // Most records get a header that leads into the parse.
-    if (record.size() > 8 && random() % 4) {
-      record[5] = static_cast<unsigned char>(0xE0 | (1 + random() % 2));
-      const size_t length = record.size() - 8 + random() % 3;
-      record[6] = static_cast<unsigned char>(length >> 8);
-      record[7] = static_cast<unsigned char>(length);
-    }
-    ForEachPrefix(record, [](unsigned char* data, unsigned int size) {
+    // Mostly with a set count and a length that lead into the parse.
+    const size_t size = random() % 96, length = size - 8 + random() % 3;
+    const std::vector<unsigned char> header = {static_cast<unsigned char>(0xE1 + random() % 2),
+                                               static_cast<unsigned char>(length >> 8),
+                                               static_cast<unsigned char>(length)};
+    ForEachPrefix(RandomBytes(random, size, header, 5), [](unsigned char* data, unsigned int size) {
       ParsePrivateData p;
       const int result = p.Init(data, size);
       EXPECT_TRUE(result == 0 || result == -1 || result == -2) << result;
@@ -47,21 +44,17 @@ TEST(CodecFuzzTest, InitAndParseStayInsideRandomRecords) {
 TEST(CodecFuzzTest, AspectRatioSearchStaysInsideRandomStreams) {
   std::mt19937 random(7);
   for (int round = 0; round < 2000; ++round) {
-    Bytes stream = RandomBytes(random, random() % 64);
-    // Plant a layer start code where the search looks.
-    const size_t offset = 4 + 5 * (random() % 4);
-    if (stream.size() >= offset + 4) {
-      const unsigned char code[] = {0, 0, 1,
-                                    static_cast<unsigned char>(0x20 | random() % 16)};
-      std::copy(code, code + 4, stream.begin() + offset);
-    }
-    ForEachPrefix(stream, [](unsigned char* data, unsigned int size) {
-      unsigned int width = 0, height = 0;
-      if (getPARFromASPBitstream(data, size, &width, &height)) {
-        EXPECT_LE(width, 255u);
-        EXPECT_LE(height, 255u);
-      }
-    });
+    // A layer start code where the search looks.
+    const std::vector<unsigned char> code = {0, 0, 1, static_cast<unsigned char>(0x20 | random() % 16)};
+    const size_t size = random() % 64;
+    ForEachPrefix(RandomBytes(random, size, code, 4 + 5 * (random() % 4)),
+                  [](unsigned char* data, unsigned int size) {
+                    unsigned int width = 0, height = 0;
+                    if (getPARFromASPBitstream(data, size, &width, &height)) {
+                      EXPECT_LE(width, 255u);
+                      EXPECT_LE(height, 255u);
+                    }
+                  });
   }
 }
 

@@ -1,14 +1,28 @@
 #ifndef TESTS_CODEC_MKV_CODEC_PRIVATE_H_
 #define TESTS_CODEC_MKV_CODEC_PRIVATE_H_
 
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
-// `name` under the tests' data folder.
-std::string TestDataPath(const std::string& name);
+#include "tests/support/loaded_segment.h"
 
-// The CodecPrivate of the first track of a Matroska file, read with
-// mkvparser from a copy in memory; empty when there is none.
-std::vector<unsigned char> FirstTrackCodecPrivate(const std::string& path);
+// `name` under the tests' data folder.
+inline std::string TestDataPath(const std::string& name) {
+  return std::string(CODEC_TEST_DATA_DIR) + "/" + name;
+}
+
+// The CodecPrivate of the first track of a Matroska file, as mkvparser reads
+// it; empty when there is none.
+inline std::vector<unsigned char> FirstTrackCodecPrivate(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  mkvtest::LoadedSegment loaded(mkvtest::Bytes(std::istreambuf_iterator<char>(in), {}));
+  const mkvparser::Track* track =
+      loaded.status == 0 ? loaded.segment->GetTracks()->GetTrackByIndex(0) : nullptr;
+  size_t size = 0;
+  const unsigned char* data = track ? track->GetCodecPrivate(size) : nullptr;
+  return data ? std::vector<unsigned char>(data, data + size) : std::vector<unsigned char>();
+}
 
 #endif  // TESTS_CODEC_MKV_CODEC_PRIVATE_H_

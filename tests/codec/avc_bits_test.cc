@@ -1,0 +1,122 @@
+// The H.264 bit readers: the raw functions and the bounded cursor.
+#include <vector>
+
+#include "codec/avc_bit_cursor.h"
+#include "codec/avc_bit_reader.h"
+#include "gtest/gtest.h"
+#include "tests/codec/bit_writer.h"
+#include "tests/codec/exact_buffer.h"
+
+namespace {
+
+using Bytes = std::vector<unsigned char>;
+
+TEST(AVCBitReaderTest, FixedWidthReadsAndTheLimit) {
+  unsigned char data[] = {0xA5, 0x3C, 0x01, 0x23, 0x45, 0x67, 0x89, 0xAB, 0xCD};
+  const struct {
+    unsigned int position, count;
+    uint64_t value;
+  } cases[] = {{0, 0, 0}, {1, 3, 2}, {4, 8, 0x53}, {7, 2, 2}, {8, 64, 0x3C0123456789ABCDull}};
+  for (const auto& c : cases)
+    EXPECT_EQ(c.value, AVCReadUintBits(data, c.position, c.count)) << c.position;
+  unsigned long long result = 99;
+  EXPECT_FALSE(ReadUINTBits(data, 8, 8, 4, &result));  // only a position at the limit fails
+  EXPECT_EQ(99u, result);
+  EXPECT_TRUE(ReadUINTBits(data, 12, 8, 4, &result));
+  EXPECT_EQ(0xCu, result);
+  EXPECT_TRUE(ReadUINTBits(data, 0, 16, 4, nullptr));
+}
+
+TEST(AVCBitReaderTest, ExpGolombCodesAndTheirLengths) {
+  const struct {
+    uint64_t code;
+    unsigned int length;
+    int64_t signedValue;
+  } cases[] = {{0, 1, 0}, {1, 3, 1}, {2, 3, -1}, {6, 5, -3}, {7, 7, 4},
+               {0xFFFFFFFEull, 63, -0x7FFFFFFF}};
+  for (const auto& c : cases) {
+    // Behind 3 bits of padding, so that codes don't start on a byte.
+    Bytes data = BitWriter().Bits(5, 3).UE(c.code).Bits(0xFF, 8).bytes();
+    unsigned int used = 0;
+    EXPECT_EQ(c.code, AVCReadExpGolomb(data.data(), 3, &used));
+    EXPECT_EQ(c.length, used);
+    EXPECT_EQ(c.signedValue, AVCReadSignedExpGolomb(data.data(), 3, &used));
+  }
+  // A code beyond 64 bits wraps: 2^64 - 1 + 5.
+  Bytes wide = BitWriter().Bits(0, 64).Bits(1, 1).Bits(5, 64).bytes();
+  unsigned int used = 0;
+  EXPECT_EQ(4u, AVCReadExpGolomb(wide.data(), 0, &used));
+  EXPECT_EQ(129u, used);
+}
+
+TEST(AVCBitReaderTest, EmulationPreventionDropsOnlyEscapes) {
+  struct Case {
+    Bytes source, expected;
+  } cases[] = {
+      {{0, 0, 3, 1}, {0, 0, 1}},       {{0, 0, 3, 4}, {0, 0, 3, 4}},
+      {{0, 0, 3, 0, 0, 3, 1}, {0, 0, 0, 0, 1}}, {{0, 0, 3}, {0, 0, 3}},
+      {{3, 0, 0, 3, 3}, {3, 0, 0, 3}},
+      // The source decides: a 3 behind written zeros but not source zeros stays.
+      {{0, 0, 3, 0, 3, 2}, {0, 0, 0, 3, 2}},
+  };
+  for (Case& c : cases) {
+    Bytes target(c.source.size(), 0xEE);
+    unsigned int size = static_cast<unsigned int>(target.size());
+    ASSERT_EQ(0, AVCCopyRemove_Emulation_Prevention_0x03_Byte(
+                     c.source.data(), static_cast<unsigned int>(c.source.size()), target.data(),
+                     &size));
+    target.resize(size);
+    EXPECT_EQ(c.expected, target);
+  }
+  unsigned char source[] = {1, 2, 3}, target[3] = {9, 9, 9};
+  unsigned int size = 3;
+  EXPECT_EQ(-2, AVCCopyRemove_Emulation_Prevention_0x03_Byte(nullptr, 3, target, &size));
+  EXPECT_EQ(-2, AVCCopyRemove_Emulation_Prevention_0x03_Byte(source, 0, target, &size));
+  EXPECT_EQ(-2, AVCCopyRemove_Emulation_Prevention_0x03_Byte(source, 3, nullptr, &size));
+  EXPECT_EQ(-2, AVCCopyRemove_Emulation_Prevention_0x03_Byte(source, 3, target, nullptr));
+  size = 2;  // a target shorter than the source
+  EXPECT_EQ(-2, AVCCopyRemove_Emulation_Prevention_0x03_Byte(source, 3, target, &size));
+  EXPECT_EQ(9, target[0]);
+}
+
+TEST(AVCBitCursorTest, ReadsToTheLastBitAndCutsToTheFieldWidth) {
+  unsigned char data[] = {0xA5, 0x3C};
+  AVCBitCursor bits(data, sizeof data);
+  uint16_t value = 0;
+  EXPECT_TRUE(bits.ReadBits(12, &value));
+  EXPECT_FALSE(bits.ReadBits(5, &value));
+  EXPECT_EQ(0xA53, value);
+  EXPECT_EQ(12u, bits.position());
+  EXPECT_TRUE(bits.ReadBits(4, &value));
+  EXPECT_EQ(0xC, value);
+  EXPECT_FALSE(bits.ReadBits(1, &value));
+
+  Bytes wide = BitWriter().UE(300).SE(-0x80000001ll).bytes();
+  AVCBitCursor cut(wide.data(), static_cast<unsigned int>(wide.size()));
+  uint8_t narrow = 0;
+  int32_t offset = 0;
+  EXPECT_TRUE(cut.ReadExpGolomb(&narrow));
+  EXPECT_EQ(44, narrow);
+  EXPECT_TRUE(cut.ReadSignedExpGolomb(&offset));
+  EXPECT_EQ(0x7FFFFFFF, offset);
+}
+
+// Exp-Golomb codes that the data doesn't hold to their end: no 1 bit at
+// all, or a suffix cut short. Nothing is read and the cursor stays.
+TEST(AVCBitCursorTest, RefusesExpGolombCodesCutShort) {
+  const Bytes cases[] = {{0x00, 0x00, 0x00}, BitWriter().Bits(0, 8).Bits(1, 1).Bits(0, 7).bytes(),
+                         BitWriter().Bits(0, 30).Bits(1, 1).Bits(0, 1).bytes()};
+  for (const Bytes& data : cases) {
+    auto copy = ExactCopy(data, data.size());
+    AVCBitCursor bits(copy.get(), static_cast<unsigned int>(data.size()));
+    uint64_t value = 7;
+    int32_t signedValue = 7;
+    EXPECT_FALSE(bits.ReadExpGolomb(&value));
+    EXPECT_FALSE(bits.ReadSignedExpGolomb(&signedValue));
+    EXPECT_EQ(7u, value);
+    EXPECT_EQ(7, signedValue);
+    EXPECT_EQ(0u, bits.position());
+  }
+}
+
+}  // namespace
