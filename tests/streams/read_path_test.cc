@@ -8,7 +8,6 @@
 #include "plugin/kvl/media_buffer.h"
 #include "streams/media_chunk_allocator.h"
 #include "tests/support/source_harness.h"
-#include "tests/support/media_files.h"
 
 namespace mkvtest {
 namespace {
@@ -155,30 +154,6 @@ TEST(ReadPathTest, UnreadableFrameEndsTheStream) {
   closed.source->close();
   EXPECT_TRUE(ReadChunks(stream).empty());
   EXPECT_TRUE(stream->isEOS());
-}
-
-// Every frame of the committed files, as ffprobe lists them; the video
-// frames with their times.
-TEST(ReadPathTest, CommittedFilesFrameByFrame) {
-  for (const std::string name : kMediaNames) {
-    if (name == "aac_only") continue;  // no video: not playable
-    OpenedTitle t(MediaPath(name));
-    ASSERT_TRUE(t.ok) << name;
-    for (int track : {0, 1}) {
-      const auto line = [&](int64_t time, size_t size, const std::string& md5) {
-        return (track == 0 ? std::to_string(time) + " " : "") + std::to_string(size) + " " + md5;
-      };
-      std::vector<std::string> expected, actual;
-      for (const Packet& packet : ReadPackets(name)) {
-        if (packet.stream == track) expected.push_back(line(packet.pts.value_or(-1), packet.size, packet.md5));
-      }
-      for (const Chunk& chunk : ReadChunks(t.opened(track))) {
-        actual.push_back(line(chunk.start, chunk.bytes.size(),
-                              Md5Hex(chunk.bytes.data(), chunk.bytes.size())));
-      }
-      EXPECT_EQ(actual, expected) << name << " " << track;
-    }
-  }
 }
 
 }  // namespace

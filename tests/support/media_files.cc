@@ -54,21 +54,6 @@ std::vector<Packet> ReadPackets(const std::string& name) {
   return packets;
 }
 
-std::vector<StreamInfo> ReadStreams(const std::string& name) {
-  std::vector<StreamInfo> streams;
-  for (const auto& row : Rows(MediaPath(name, ".streams.csv"), 4)) {
-    StreamInfo stream;
-    stream.index = static_cast<int>(Number(row[0]));
-    stream.codec_type = row[1];
-    stream.codec_name = row[2];
-    const size_t slash = row[3].find('/');
-    stream.time_base_num = Number(row[3].substr(0, slash));
-    if (slash != std::string::npos) stream.time_base_den = Number(row[3].substr(slash + 1));
-    streams.push_back(stream);
-  }
-  return streams;
-}
-
 std::string Md5Hex(const void* data, size_t size) {
   char hex[MD5_DIGEST_STRING_LENGTH];
   MD5Data(static_cast<const uint8_t*>(data), size, hex);

@@ -30,17 +30,8 @@ struct Packet {
   std::string md5;  // lower-case hex
 };
 
-struct StreamInfo {
-  int index = 0;
-  std::string codec_type;  // "video", "audio"
-  std::string codec_name;  // ffmpeg's name: "h264", "hevc", "aac", "mp3", "mpeg4"
-  int64_t time_base_num = 0;
-  int64_t time_base_den = 0;
-};
-
-// The lists of a media file by base name. Empty if the file is missing.
+// The packet list of a media file by base name. Empty if the file is missing.
 std::vector<Packet> ReadPackets(const std::string& name);
-std::vector<StreamInfo> ReadStreams(const std::string& name);
 
 // MD5 of the bytes as lower-case hex, to compare with Packet::md5.
 std::string Md5Hex(const void* data, size_t size);

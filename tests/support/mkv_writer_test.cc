@@ -21,37 +21,6 @@ TEST(MkvWriterTest, VintsTakeTheFewestBytesAndAvoidTheUnknownSize) {
   EXPECT_EQ(lacing, (Bytes{0xBF, 0x80, 0x60, 0x3F}));
 }
 
-TEST(MkvWriterTest, TracksAndInfo) {
-  MkvFile file;
-  file.info = Info{100000, 20000.0};
-  Track audio = Track::Audio(2, "A_AAC", 48000, 2);
-  audio.name = "Stereo";
-  audio.codec_private = Bytes{0x11, 0x90};
-  Track video = Track::Video(1, "V_MPEG4/ISO/AVC", 320, 240);
-  video.default_duration = 40000000;
-  Track bare;
-  bare.number = 9;
-  bare.type = 33;
-  file.tracks = {audio, video, bare};
-  LoadedSegment loaded(Serialize(file).bytes);
-  ASSERT_EQ(loaded.status, 0);
-  EXPECT_EQ(loaded.segment->GetInfo()->GetTimeCodeScale(), 100000);
-  EXPECT_EQ(loaded.segment->GetInfo()->GetDuration(), 2000000000);
-  const mkvparser::Tracks* tracks = loaded.segment->GetTracks();
-  ASSERT_EQ(tracks->GetTracksCount(), 3u);
-  const auto* a = static_cast<const mkvparser::AudioTrack*>(tracks->GetTrackByIndex(0));
-  EXPECT_EQ(a->GetNumber() * 100 + a->GetType() * 10 + a->GetChannels(), 222);
-  EXPECT_STREQ(a->GetNameAsUTF8(), "Stereo");
-  EXPECT_EQ(a->GetSamplingRate(), 48000.0);
-  size_t size = 0;
-  EXPECT_EQ(a->GetCodecPrivate(size)[1], 0x90);
-  const auto* v = static_cast<const mkvparser::VideoTrack*>(tracks->GetTrackByIndex(1));
-  EXPECT_EQ(v->GetWidth() * 1000 + v->GetHeight(), 320240);
-  EXPECT_EQ(v->GetDefaultDuration(), 40000000u);
-  EXPECT_EQ(tracks->GetTrackByIndex(2)->GetType(), 33);
-  EXPECT_EQ(tracks->GetTrackByIndex(2)->GetCodecId(), nullptr);
-}
-
 // Every kind of lacing, block groups, a foreign track, the extreme block
 // times, an empty cluster and unknown sizes: each frame lands where the
 // writer says, with its bytes, track, key flag and time.
