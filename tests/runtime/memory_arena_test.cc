@@ -39,42 +39,33 @@ class MemoryArenaTest : public ::testing::Test {
   MemoryHandle arena_ = 0;
 };
 
-TEST_F(MemoryArenaTest, BlocksGoFromTheTopDown) {
+TEST_F(MemoryArenaTest, BlocksGoFromTheTopDownAndGapsFillFromTheirHighEnd) {
   ASSERT_EQ(reinterpret_cast<uintptr_t>(buffer_), arena_);
   EXPECT_EQ(28, State(arena_).table_offset);
   EXPECT_EQ(964u, MemoryDebugAvailable(arena_));
   EXPECT_EQ(900u, Alloc(100));
   EXPECT_EQ(800u, Alloc(100));
   EXPECT_EQ(748u, MemoryDebugAvailable(arena_));
-  EXPECT_EQ(792u, Alloc(5));  // Rounded to 8.
-  EXPECT_EQ(0u, Alloc(0));
-  EXPECT_EQ(0u, Alloc(0xFFFFFFFF));
-}
-
-TEST_F(MemoryArenaTest, FreedGapIsFilledFromItsHighEnd) {
-  Alloc(100);
-  Alloc(100);
+  EXPECT_EQ(0u, Alloc(0) + Alloc(0xFFFFFFFF));
   Free(900);
   EXPECT_EQ(100u, Hole());
   EXPECT_EQ(960u, Alloc(40));
   EXPECT_EQ(60u, Hole());
   EXPECT_EQ(920u, Alloc(40));
   EXPECT_EQ(700u, Alloc(100));  // The 20 bytes left don't fit.
-}
-
-TEST_F(MemoryArenaTest, FreeingTheLowestBlockLeavesNoHole) {
-  Alloc(100);
-  Alloc(100);
-  Free(800);
-  EXPECT_EQ(0u, Hole());
-  EXPECT_EQ(1u, State(arena_).entry_count);
-  EXPECT_EQ(880u, Alloc(20));
+  Free(700);  // The lowest block leaves no hole.
+  EXPECT_EQ(20u, Hole());
+  EXPECT_EQ(4u, State(arena_).entry_count);
+  EXPECT_EQ(912u, Alloc(5));  // Rounded to 8, into the gap left at 900.
+  MemoryReset(arena_);
+  EXPECT_EQ(0u, State(arena_).entry_count);
+  for (size_t i = 28; i < sizeof(buffer_); ++i) ASSERT_EQ(0xAA, buffer_[i]);
+  EXPECT_EQ(900u, Alloc(100));
 }
 
 TEST_F(MemoryArenaTest, SqueezeMakesRoomWhenTheTableMeetsTheBlocks) {
   int blocks = 0;
-  while (Alloc(8))
-    ++blocks;
+  while (Alloc(8)) ++blocks;
   ASSERT_EQ(60, blocks);
   Free(992);
   Free(984);
@@ -83,15 +74,6 @@ TEST_F(MemoryArenaTest, SqueezeMakesRoomWhenTheTableMeetsTheBlocks) {
   // The dead entries now stand between the table and the lowest block.
   EXPECT_EQ(984u, Alloc(8));
   EXPECT_EQ(0u, State(arena_).dead_entries);
-}
-
-TEST_F(MemoryArenaTest, ResetForgetsBlocksAndPoisons) {
-  Alloc(100);
-  MemoryReset(arena_);
-  EXPECT_EQ(0u, State(arena_).entry_count);
-  for (size_t i = 28; i < sizeof(buffer_); ++i)
-    ASSERT_EQ(0xAA, buffer_[i]);
-  EXPECT_EQ(900u, Alloc(100));
 }
 
 TEST(MemoryArena, CreateChecksItsDescriptor) {

@@ -57,10 +57,7 @@ TEST(URIToSystemFilePath, TakesThePathOfFileUris) {
       EXPECT_EQ("untouched", S(path)) << c.uri;
     }
   }
-}
-
-TEST(URIToSystemFilePath, AUriWithoutTextIsNoPath) {
-  Text path = T("untouched");
+  Text path = T("untouched");  // a URI without text
   EXPECT_EQ(0x80800001u, PathTools::URIToSystemFilePath(Text(), path));
   EXPECT_EQ("untouched", S(path));
 }
