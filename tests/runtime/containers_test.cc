@@ -94,35 +94,25 @@ TEST(VorqString, LessThanIsDescendingByteOrder) {
   EXPECT_EQ("cba", order);
 }
 
-TEST(List, AppendLinksNodesInOrder) {
-  List<unsigned long long> list;
-  EXPECT_EQ(nullptr, list.head());
-  list.append(7);
-  EXPECT_EQ(list.head(), list.tail());
-  EXPECT_EQ(1u, list.count());
-  list.append(8);
-  EXPECT_NE(list.head(), list.tail());
-  EXPECT_EQ(7u, list.head()->value);
-  EXPECT_EQ(8u, list.tail()->value);
-  EXPECT_EQ(list.tail(), list.head()->next);
-  EXPECT_EQ(nullptr, list.tail()->next);
-
-  const List<unsigned long long> copy(list);
-  list.clear();
-  EXPECT_EQ(0u, list.count());
-  EXPECT_EQ(nullptr, list.tail());
-  EXPECT_EQ(2u, copy.count());
-}
-
-TEST(List, NodesComeFromAndGoBackToTheListsAllocator) {
+// Nodes link in order, a copy keeps its own, and all come from and go back
+// to the list's allocator.
+TEST(List, AppendCopyAndClear) {
   CountingAllocator<Node<int>> counting;
   {
     List<int, CountingAllocator<Node<int>>> list(&counting);
-    for (int i = 0; i < 5; ++i)
-      list.append(i);
+    EXPECT_EQ(nullptr, list.head());
+    for (int i = 7; i < 12; ++i) list.append(i);
+    EXPECT_EQ(7, list.head()->value);
+    EXPECT_EQ(8, list.head()->next->value);
+    EXPECT_EQ(11, list.tail()->value);
+    EXPECT_EQ(nullptr, list.tail()->next);
+    const List<int, CountingAllocator<Node<int>>> copy(list);
+    list.clear();
+    EXPECT_EQ(0u, list.count());
+    EXPECT_EQ(nullptr, list.tail());
+    EXPECT_EQ(5u, copy.count());
   }
-  EXPECT_EQ(5, counting.made);
-  EXPECT_EQ(5, counting.freed);
+  EXPECT_EQ(counting.made, counting.freed);
 }
 
 }  // namespace
