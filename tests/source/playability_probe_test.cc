@@ -23,33 +23,29 @@ TEST_F(ProbeTest, HttpIsPlayableWithoutLookingAtIt) {
   EXPECT_TRUE(context.askedFormats().empty());
 }
 
-TEST_F(ProbeTest, UrisThatAreNotFileUrisAreNotPlayable) {
-  const std::string path = WriteTemp(VideoAndAudioFile());
-  const std::string uris[] = {"", "https://x/a.mkv", "ftp://x/a.mkv", "HTTP://x/a.mkv",
-                              path, "file:///nonexistent/a.mkv"};
-  for (const std::string& uri : uris) {
-    media = SourceOf(uri);
-    EXPECT_FALSE(source->canPlay(*media, nullptr, &session, &refused)) << uri;
-    EXPECT_EQ(nullptr, session);
-  }
-}
-
-TEST_F(ProbeTest, BrokenFilesAreNotPlayable) {
+// URIs that name no file, files that aren't whole Matroska, and a file
+// without video: false, no session, and the engine is never asked.
+TEST_F(ProbeTest, WhatIsNotAPlayableFileIsRefused) {
   const SerializedMkv mkv = Serialize(VideoAndAudioFile());
-  const Bytes inputs[] = {
-      {},
-      Bytes(100, 0xAB),
-      Truncated(mkv.bytes, mkv.ebml_header.end() - 3),
-      Truncated(mkv.bytes, mkv.tracks.offset + mkv.tracks.size / 2),
-      Truncated(mkv.bytes, mkv.clusters[1].offset + 8),
-  };
-  for (const Bytes& bytes : inputs) {
+  MkvFile audioOnly;
+  audioOnly.tracks.push_back(Track::Audio(1, "A_AAC", 48000, 2));
+  audioOnly.clusters.push_back(Cluster{0, {SimpleBlock(1, 0, true, {Payload(10)})}});
+  std::vector<std::string> uris = {"", "https://x/a.mkv", "ftp://x/a.mkv", "HTTP://x/a.mkv",
+                                   WriteTemp(mkv.bytes), "file:///nonexistent/a.mkv",
+                                   FileUri(WriteTemp(audioOnly))};
+  for (const Bytes& bytes : {Bytes{}, Bytes(100, 0xAB),
+                             Truncated(mkv.bytes, mkv.ebml_header.end() - 3),
+                             Truncated(mkv.bytes, mkv.tracks.offset + mkv.tracks.size / 2),
+                             Truncated(mkv.bytes, mkv.clusters[1].offset + 8)}) {
+    uris.push_back(FileUri(WriteTemp(bytes)));
+  }
+  for (const std::string& uri : uris) {
     KVL::MKVSource fresh(&context);
-    fresh.init(&control, 1);
-    media = SourceOf(FileUri(WriteTemp(bytes)));
-    EXPECT_FALSE(fresh.canPlay(*media, nullptr, &session, &refused)) << bytes.size();
+    media = SourceOf(uri);
+    EXPECT_FALSE(fresh.canPlay(*media, nullptr, &session, &refused)) << uri;
     EXPECT_EQ(nullptr, session);
   }
+  EXPECT_TRUE(context.askedFormats().empty());
 }
 
 // A parse that fails leaves the reader holding its file, so the object
@@ -57,14 +53,6 @@ TEST_F(ProbeTest, BrokenFilesAreNotPlayable) {
 TEST_F(ProbeTest, AFailedParseLeavesTheReaderOpen) {
   EXPECT_FALSE(Probe(WriteTemp(Bytes(64, 0x42))));
   EXPECT_FALSE(Probe(WriteTemp(VideoAndAudioFile())));
-}
-
-TEST_F(ProbeTest, AFileWithoutVideoIsNotPlayable) {
-  MkvFile file;
-  file.tracks.push_back(Track::Audio(1, "A_AAC", 48000, 2));
-  file.clusters.push_back(Cluster{0, {SimpleBlock(1, 0, true, {Payload(10)})}});
-  EXPECT_FALSE(Probe(WriteTemp(file)));
-  EXPECT_TRUE(context.askedFormats().empty());
 }
 
 struct FormatCase {
@@ -101,33 +89,27 @@ TEST_F(ProbeTest, OnlyTheFirstVideoTrackCounts) {
   EXPECT_NE(nullptr, session);
 }
 
+// A refusal appends one descriptor and closes the file, so the object can
+// open it; without a list or a session pointer the verdict stands.
 TEST_F(ProbeTest, ARefusedFormatIsDescribedAndClosesTheFile) {
-  context.refuseVideoFormat("H265");
-  EXPECT_FALSE(Probe(WriteTemp(FileWithVideo("V_MPEGH/ISO/HEVC"))));
-  ASSERT_EQ(1u, refused.size());
-  const FormatDescriptor& d = refused[0];
-  EXPECT_STREQ("H265", d.code);
-  EXPECT_EQ(20u, d.reason);
-  EXPECT_EQ(1u, d.mediaType);
-  EXPECT_EQ(0u, d.reserved);
-  // The file was closed, so the object can open it.
-  EXPECT_EQ(0, source->open(*media));
-}
-
-TEST_F(ProbeTest, ARefusedAvcFormatHasAnEmptyName) {
-  context.refuseVideoFormat("");
-  EXPECT_FALSE(Probe(WriteTemp(VideoAndAudioFile())));
-  ASSERT_EQ(1u, refused.size());
-  EXPECT_STREQ("", refused[0].code);
-}
-
-TEST_F(ProbeTest, WithoutSessionOrDescriptorListTheVerdictStands) {
-  ASSERT_TRUE(source->canPlay(*SourceOf(FileUri(WriteTemp(VideoAndAudioFile()))), nullptr,
-                              nullptr, nullptr));
-  context.refuseVideoFormat("");
-  KVL::MKVSource other(&context);
-  EXPECT_FALSE(other.canPlay(*SourceOf(FileUri(WriteTemp(VideoAndAudioFile()))), nullptr,
-                             nullptr, nullptr));
+  for (const char* format : {"H265", ""}) {
+    KVL::PluginContext engine;
+    engine.refuseVideoFormat(format);
+    KVL::MKVSource fresh(&engine);
+    fresh.init(&control, 1);
+    std::vector<FormatDescriptor> descriptors;
+    media = SourceOf(FileUri(WriteTemp(FileWithVideo(*format ? "V_MPEGH/ISO/HEVC"
+                                                              : "V_MPEG4/ISO/AVC"))));
+    EXPECT_FALSE(fresh.canPlay(*media, nullptr, &session, &descriptors));
+    ASSERT_EQ(1u, descriptors.size());
+    const FormatDescriptor& d = descriptors[0];
+    EXPECT_STREQ(format, d.code);
+    EXPECT_EQ(20u, d.reason);
+    EXPECT_EQ(1u, d.mediaType);
+    EXPECT_EQ(0u, d.reserved);
+    EXPECT_FALSE(fresh.canPlay(*media, nullptr, nullptr, nullptr));
+    StdoutOf([&] { EXPECT_EQ(0, fresh.open(*media)); });
+  }
 }
 
 TEST_F(ProbeTest, WithoutAContextEveryVideoCodecPasses) {
