@@ -42,7 +42,8 @@ TEST(StreamCoreTest, CodecDataIsHandedOverOnce) {
     const char* tag;
     uint32_t mediaType;
   } cases[] = {{std::nullopt, 0, nullptr, 0}, {Bytes{}, 1, nullptr, 0},
-               {Bytes{1, 2, 3}, 0, "VID ", 1}, {Bytes{9}, 1, "AUD ", 2}};
+               {Bytes{1, 2, 3}, 0, "VID ", 1}, {Bytes{9}, 1, "AUD ", 2},
+               {Bytes(1 << 22, 7), 0, "VID ", 1}};
   for (const Case& c : cases) {
     std::vector<Track> tracks = {V(), A()};
     tracks[c.stream].codec_private = c.codecPrivate;
