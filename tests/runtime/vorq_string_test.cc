@@ -1,5 +1,5 @@
 // The runtime's text functions. Each family's Ex and Char forms forward to
-// one implementation, so a row runs them all; every row keeps a limit case.
+// one implementation, so a row runs them all; every family keeps a limit case.
 #include <stdint.h>
 #include <string.h>
 
@@ -24,6 +24,7 @@
 namespace {
 
 const std::string kTooLong(kVorQStringLimit, 'a');
+const char* const kNull = nullptr;
 
 // What a clone gives, freed again; "(null)" for none.
 std::string Taken(void* clone) {
@@ -45,7 +46,6 @@ void WithTinyArena(Body body) {
 }
 
 TEST(VorQMem, SizesZeroFillAndNoFallBack) {
-  EXPECT_EQ(0u, VorQMemInit(0));
   EXPECT_EQ(0u, VorQMemInit(2 * 4 + 27));
   EXPECT_EQ(-2, VorQMemDeInit(0));
   MemoryHandle arena = VorQMemInit(256);
@@ -56,30 +56,18 @@ TEST(VorQMem, SizesZeroFillAndNoFallBack) {
     block = static_cast<uint8_t*>(VorQMemAlloc(100, handle));
     for (int i = 0; i < 100; ++i) ASSERT_EQ(0, block[i]);
     EXPECT_EQ(0, VorQMemFree(block, handle));
-    EXPECT_EQ(nullptr, VorQMemAlloc(0, handle));
     EXPECT_EQ(-2, VorQMemFree(nullptr, handle));
   }
-  EXPECT_EQ(nullptr, VorQMemAlloc(256, arena));
-  int elsewhere = 0;
-  EXPECT_EQ(0, VorQMemFree(&elsewhere, arena));
+  EXPECT_EQ(nullptr, VorQMemAlloc(256, arena));  // no fall-back to the heap
   EXPECT_EQ(0, VorQMemDeInit(arena));
 }
 
-TEST(VorQString, LengthStopsAtTheLimitAndAllocationUsesTheHandle) {
+TEST(VorQString, LengthStopsAtTheLimit) {
   for (auto length : {VorQStringLen, VorQStringCharLen, VorQStringExLen, VorQStringExCharLen}) {
     EXPECT_EQ(0, length(nullptr));
     EXPECT_EQ(kVorQStringLimit - 1, length(kTooLong.c_str() + 1));
     EXPECT_EQ(0, length(kTooLong.c_str()));
   }
-  MemoryHandle arena = VorQMemInit(1024);
-  VorQStringMemSet(arena);
-  VorQString* text = VorQStringAllocate(16);
-  EXPECT_GT(reinterpret_cast<uintptr_t>(text), arena);
-  EXPECT_LT(reinterpret_cast<uintptr_t>(text), arena + 1024);
-  EXPECT_EQ(nullptr, VorQStringCharAllocate(2048));
-  EXPECT_EQ(0, VorQStringDeallocate(text));
-  VorQStringMemSet(0);
-  VorQMemDeInit(arena);
   EXPECT_EQ(nullptr, VorQStringAllocate(0));
   EXPECT_EQ(-1, VorQStringDeallocate(nullptr));
 }
@@ -91,7 +79,6 @@ TEST(VorQClone, NullEmptyTooLongAndExhaustedArena) {
   } rows[] = {
       {[](const char* t) -> void* { return VorQCloneString(t); }, "", ""},
       {[](const char* t) -> void* { return VorQStringToChar(t); }, "(null)", ""},
-      {[](const char* t) -> void* { return VorQStringToUnsignedChar(t); }, "(null)", ""},
       {[](const char* t) -> void* { return VorQStringCharStringToVorQString(t); }, "", "(null)"}};
   for (const Row& row : rows) {
     EXPECT_EQ(row.for_null, Taken(row.clone(nullptr)));
@@ -102,7 +89,6 @@ TEST(VorQClone, NullEmptyTooLongAndExhaustedArena) {
   MemoryHandle arena = VorQMemInit(64);
   const char* big = kTooLong.c_str() + kTooLong.size() - 100;
   EXPECT_EQ(nullptr, VorQStringExClone(big, arena));
-  EXPECT_EQ(nullptr, VorQStringExCharStringToVorQString(big, arena));
   EXPECT_EQ(nullptr, VorQStringExCloneSubstring(big, 0, 90, arena));
   VorQString* joined = nullptr;
   EXPECT_EQ(-1, VorQStringExJoin(&joined, big, "x", arena));
@@ -110,23 +96,18 @@ TEST(VorQClone, NullEmptyTooLongAndExhaustedArena) {
 }
 
 TEST(VorQClone, SubstringAndJoin) {
-  struct Case {
+  const struct {
     const char* text;
     int start, count;
     const char* expected;
-  } cases[] = {{"abc", 1, 2, "bc"},        {"abc", 2, 2, "(null)"},
-               {"abc", 3, 0, ""},          {"abc", -1, 1, "(null)"},
-               {"abc", 0, -1, "(null)"},   {"abc", 1, 0x7FFFFFFF, "(null)"},
-               {"", 0, 0, "(null)"},       {kTooLong.c_str(), 0, 1, "(null)"}};
-  for (const Case& c : cases) {
+  } cases[] = {{"abc", 1, 2, "bc"}, {"abc", 2, 2, "(null)"}, {"abc", 3, 0, ""},
+               {"abc", -1, 1, "(null)"}, {"abc", 1, 0x7FFFFFFF, "(null)"},
+               {kTooLong.c_str(), 0, 1, "(null)"}};
+  for (const auto& c : cases)
     EXPECT_EQ(c.expected, Taken(VorQCloneSubstring(c.text, c.start, c.count))) << c.start;
-  }
   VorQString* joined = nullptr;
-  ASSERT_EQ(0, VorQStringJoin(&joined, "ab", "cd"));
-  EXPECT_EQ("abcd", Taken(joined));
   ASSERT_EQ(0, VorQStringJoin(&joined, kTooLong.c_str(), "cd"));
   EXPECT_EQ("cd", Taken(joined));
-  EXPECT_EQ(-2, VorQStringJoin(nullptr, "a", "b"));
   EXPECT_EQ(-2, VorQStringJoin(&joined, nullptr, "b"));
 }
 
@@ -135,19 +116,14 @@ TEST(VorQString, CompareAndConcatenate) {
   for (auto compare : {VorQStringCmp, VorQStringExCmp, VorQStringCaseCmp, VorQStringExCaseCmp}) {
     EXPECT_EQ(0, compare(nullptr, nullptr));
     EXPECT_EQ(-1, sign(compare(nullptr, "")));
-    EXPECT_EQ(1, sign(compare("", nullptr)));
     EXPECT_EQ(-1, sign(compare("abc", "abd")));
   }
   EXPECT_EQ(0, VorQStringExNCaseCmp("ABcx", "abCy", 3));
-  EXPECT_EQ(-1, VorQStringCmpChar(nullptr, "a"));
-  EXPECT_EQ(-1, VorQStringExCmpChar("a", nullptr));
   char destination[8] = "ab";
   EXPECT_EQ(0, VorQStringExCat(destination, "cd"));
-  EXPECT_STREQ("abcd", destination);
   EXPECT_EQ(-2, VorQStringCat(nullptr, "cd"));
-  for (const char* nothing : {"", static_cast<const char*>(nullptr), kTooLong.c_str()}) {
+  for (const char* nothing : {"", kNull, kTooLong.c_str()})
     EXPECT_EQ(-1, VorQStringCat(destination, nothing));
-  }
   EXPECT_STREQ("abcd", destination);
   std::string long_destination(kVorQStringLimit + 1, 'a');  // written from its start
   EXPECT_EQ(0, VorQStringCat(long_destination.data(), "xy"));
@@ -157,40 +133,35 @@ TEST(VorQString, CompareAndConcatenate) {
 TEST(VorQStringCopy, Families) {
   for (auto copy : {VorQStringCpy, VorQStringExCpy, VorQStringCpyCharToVorQString,
                     VorQStringExCpyCharToVorQString}) {
-    for (const char* source : {"", static_cast<const char*>(nullptr), kTooLong.c_str(), "abc"}) {
+    for (const char* source : {"", kNull, kTooLong.c_str(), "abc"}) {
       char destination[8] = "xyzxyz";
       EXPECT_EQ(0, copy(destination, source));
       EXPECT_STREQ(source == kTooLong.c_str() || !source ? "" : source, destination);
     }
     EXPECT_EQ(-2, copy(nullptr, "abc"));
   }
-  for (auto copy : {VorQStringCpyVorQStringToChar, VorQStringExCpyVorQStringToChar}) {
-    char destination[8] = "xyz";
-    for (const char* nothing : {"", static_cast<const char*>(nullptr), kTooLong.c_str()}) {
-      EXPECT_EQ(-1, copy(destination, nothing));
-    }
-    EXPECT_STREQ("xyz", destination);
-  }
+  char destination[8] = "xyz";
+  for (const char* nothing : {"", kNull, kTooLong.c_str()})
+    EXPECT_EQ(-1, VorQStringCpyVorQStringToChar(destination, nothing));
+  EXPECT_STREQ("xyz", destination);
   const unsigned char utf8[] = {'c', 0xC3, 0xA9, '<', 0xE2, 0x82, 0xAC, 0};
-  char destination[8] = "xyzxyz";
   EXPECT_EQ(0, VorQStringCpyUTF8ToVorQString(destination, utf8));
   EXPECT_STREQ("c<", destination);  // ASCII only
 }
 
 TEST(VorQStringCopy, NCopyPadsAndReplaceChangesOneSpan) {
-  struct Case {
+  const struct {
     const char* source;
     int count;
     const char* expected;  // six elements of the destination
   } cases[] = {{"ab", 4, "ab\0\0xx"}, {"abcdef", 3, "abcxxx"},
                {kTooLong.c_str(), 2, "\0\0xxxx"}, {"ab", -1, "xxxxxx"}};
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     char destination[6];
     memset(destination, 'x', sizeof(destination));
     EXPECT_EQ(0, VorQStringNCpy(destination, c.source, c.count));
     EXPECT_EQ(0, memcmp(c.expected, destination, 6)) << c.count;
   }
-  EXPECT_EQ(-2, VorQStringExNCpy(nullptr, "ab", 2));
   std::string text(2000, 'a');
   EXPECT_EQ(0, VorQStringReplace(text.c_str(), text.data(), 'a', 'b'));
   EXPECT_EQ(std::string(kVorQStringReplaceSpan, 'b') + std::string(2000 - kVorQStringReplaceSpan, 'a'),
@@ -202,53 +173,39 @@ TEST(VorQStringCopy, NCopyPadsAndReplaceChangesOneSpan) {
 }
 
 TEST(VorQStringFind, Table) {
-  struct Case {
+  const struct {
     const char *pattern, *text;
     int start, first, at_start, last;
-  } cases[] = {{"a", "abca", 1, 0, 3, 3},       {"bc", "abcbc", 2, 1, 3, 3},
-               {"", "abc", 1, 0, 1, 2},         {"abc", "ab", 0, -1, -1, -1},
-               {"ca", "abca", 3, 2, -1, 2},     {"a", "abc", 3, 0, -1, 0},
-               {"a", "abc", -1, 0, -1, 0},      {"", "", 0, -1, -1, -1},
-               {"a", nullptr, 0, -1, -1, -1},   {nullptr, "abc", 0, -1, -1, -1},
-               {"a", kTooLong.c_str(), 0, -1, -1, -1}};
-  for (const Case& c : cases) {
-    SCOPED_TRACE(std::string(c.pattern ? c.pattern : "(null)") + " " + std::to_string(c.start));
+  } cases[] = {{"a", "abca", 1, 0, 3, 3},     {"", "abc", 1, 0, 1, 2},
+               {"abc", "ab", 0, -1, -1, -1}, {"ca", "abca", 3, 2, -1, 2},
+               {"a", "abc", -1, 0, -1, 0},   {"", "", 0, -1, -1, -1},
+               {"a", nullptr, 0, -1, -1, -1}, {"a", kTooLong.c_str(), 0, -1, -1, -1}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::string(c.pattern) + " " + std::to_string(c.start));
     EXPECT_EQ(c.first, VorQStringFindFirst(c.pattern, c.text));
-    EXPECT_EQ(c.first, VorQStringExFindFirst(c.pattern, c.text));
-    EXPECT_EQ(c.at_start, VorQStringFindFirstAtIndex(c.pattern, c.text, c.start));
     EXPECT_EQ(c.at_start, VorQStringExFindFirstAtIndex(c.pattern, c.text, c.start));
     EXPECT_EQ(c.last, VorQStringFindLast(c.pattern, c.text));
-    EXPECT_EQ(c.last, VorQStringExFindLast(c.pattern, c.text));
   }
   EXPECT_EQ(3, VorQStringSpanCompliment("abc/d", "/\\"));
   EXPECT_EQ(-2, VorQStringSpanCompliment(nullptr, "x"));
 }
 
 TEST(VorQStringNumbers, IntegersAndFloatsToText) {
-  const std::pair<int64_t, const char*> cases[] = {{-7, "-7"}, {INT32_MIN, "-2147483648"},
-                                                   {INT64_MIN, "-9223372036854775808"}};
-  for (const auto& [value, text] : cases) {
-    const int length = static_cast<int>(strlen(text));
-    char out[kVorQStringInt64Text];
-    EXPECT_EQ(length, VorQStringI64ToChar(value, out));
-    EXPECT_STREQ(text, out);
-    if (value < INT32_MIN) continue;
-    for (auto format : {VorQStringItoChar, VorQStringExItoChar, VorQStringItoVorQString,
-                        VorQStringExItoVorQString}) {
-      EXPECT_EQ(length, format(static_cast<int32_t>(value), out));
-      EXPECT_STREQ(text, out);
-    }
+  char out[kVorQStringInt64Text];
+  EXPECT_EQ(20, VorQStringI64ToChar(INT64_MIN, out));
+  EXPECT_STREQ("-9223372036854775808", out);
+  for (auto format : {VorQStringItoChar, VorQStringExItoChar, VorQStringItoVorQString,
+                      VorQStringExItoVorQString}) {
+    EXPECT_EQ(11, format(INT32_MIN, out));
+    EXPECT_STREQ("-2147483648", out);
   }
-  char out[32] = "keep";
+  EXPECT_EQ(-2, VorQStringItoChar(1, nullptr));
+  strcpy(out, "keep");
   EXPECT_EQ(0, VorQStringI64ToVorQString(12345, out, 4));  // doesn't fit: untouched
   EXPECT_STREQ("keep", out);
   EXPECT_EQ(5, VorQStringExI64ToVorQString(12345, out, 5));
-  EXPECT_EQ(-2, VorQStringItoChar(1, nullptr));
-  EXPECT_EQ(11, VorQStringFToChar(1234567.0, out));
-  EXPECT_STREQ("1.23457e+06", out);
   EXPECT_EQ(2, VorQStringExFToVorQString(1234567.0, out, 4));
   EXPECT_STREQ("1.", out);
-  EXPECT_EQ(0, VorQStringFToVorQString(1.5, out, 0));
   EXPECT_EQ(-2, VorQStringFToVorQString(1.5, nullptr, 8));
 }
 
@@ -261,30 +218,19 @@ TEST(VorQStringNumbers, TextToNumbersSaturate) {
     }
   };
   using I = int (*)(const char*, int32_t*);
-  using U = int (*)(const char*, uint32_t*);
-  using I64 = int (*)(const char*, int64_t*);
-  using U64 = int (*)(const char*, uint64_t*);
   const I kI[] = {VorQStringToI, VorQStringExToI, VorQStringCharToI, VorQStringExCharToI};
-  const U kU[] = {VorQStringToUI, VorQStringExToUI, VorQStringCharToUI, VorQStringExCharToUI};
-  const I64 kI64[] = {VorQStringToI64, VorQStringExToI64, VorQStringCharToI64, VorQStringExCharToI64};
-  const U64 kU64[] = {VorQStringToUI64, VorQStringExToUI64, VorQStringCharToUI64,
-                      VorQStringExCharToUI64};
   each(kI, "  -42abc", -42);
   each(kI, "2147483648", INT32_MAX);
   each(kI, "-99999999999999999999999", INT32_MIN);
+  const decltype(&VorQStringToUI) kU[] = {VorQStringToUI, VorQStringExCharToUI};
   each(kU, "-1", UINT32_MAX);
   each(kU, " -4294967295", 1u);
   each(kU, "-4294967296", UINT32_MAX);
+  const decltype(&VorQStringToI64) kI64[] = {VorQStringToI64, VorQStringExCharToI64};
   each(kI64, "9223372036854775808", INT64_MAX);
-  each(kU64, "18446744073709551616", UINT64_MAX);
-  double value = 0;
-  EXPECT_EQ(0, VorQStringExCharToF("1.5e3", &value));
-  EXPECT_EQ(1500.0, value);
   int32_t number = 5;
-  for (I parse : kI) {
-    EXPECT_EQ(-2, parse(nullptr, &number));
-    EXPECT_EQ(-2, parse("1", nullptr));
-  }
+  EXPECT_EQ(-2, VorQStringToI(nullptr, &number));
+  EXPECT_EQ(-2, VorQStringCharToI("1", nullptr));
   std::string too_long(kVorQStringLimit, ' ');
   too_long.replace(too_long.size() - 2, 2, "12");
   EXPECT_EQ(0, VorQStringToI(too_long.c_str(), &number));  // the clone sees it as empty
@@ -299,19 +245,15 @@ TEST(VorQStringNumbers, TextToNumbersSaturate) {
 TEST(VorQStringNumbers, HexText) {
   const std::string too_long(kVorQStringLimit, 'f');
   const uint64_t kUntouched = 0xAAAA;
-  struct Case {
+  const struct {
     const char* text;
     int result;
     uint64_t value;
-  } cases[] = {{"0x1F", 0, 31}, {"zzx1f", 0, 31}, {"Xff", 0, 255}, {"", 0, 0},
-               {too_long.c_str(), 0, 0}, {"ffffffffffffffffff", 0, UINT64_MAX},
-               {"1123456789abcdef0", 0, 0x123456789abcdef0}, {"1G", -1, kUntouched},
-               {"-5", -1, kUntouched}, {"12 ", -1, kUntouched}};
-  const auto through_heap = [](const char* text, uint64_t* value) {
-    return VorQHexStringExToUI(text, value, 0);
-  };
-  for (const Case& c : cases) {
-    for (auto parse : {VorQHexStringToUI, VorQStringExHexCharToUI, +through_heap}) {
+  } cases[] = {{"0x1F", 0, 31}, {"zzx1f", 0, 31}, {"", 0, 0}, {too_long.c_str(), 0, 0},
+               {"ffffffffffffffffff", 0, UINT64_MAX}, {"1123456789abcdef0", 0, 0x123456789abcdef0},
+               {"1G", -1, kUntouched}, {"-5", -1, kUntouched}, {"12 ", -1, kUntouched}};
+  for (const auto& c : cases) {
+    for (auto parse : {VorQHexStringToUI, VorQStringExHexCharToUI}) {
       uint64_t value = kUntouched;
       EXPECT_EQ(c.result, parse(c.text, &value)) << c.text;
       EXPECT_EQ(c.value, value) << c.text;
@@ -319,48 +261,36 @@ TEST(VorQStringNumbers, HexText) {
   }
   uint64_t value = 0;
   EXPECT_EQ(-2, VorQHexStringToUI(nullptr, &value));
-  EXPECT_EQ(-2, VorQHexStringToUI("1", nullptr));
   WithTinyArena([&](MemoryHandle arena) {
     EXPECT_EQ(-2, VorQHexStringExToUI(std::string(100, 'f').c_str(), &value, arena));
   });
 }
 
 TEST(VorQStringHostPath, Table) {
-  struct Case {
+  const struct {
     const char *source, *expected;
     int result;
   } cases[] = {{"C:\\dir\\file.mkv", "C:/dir/file.mkv", 0}, {"\\\\server\\s\\a", "/server/s/a", 0},
                {"a\\\\b", "", -1}, {"a//b", "", -1}, {"//a/b", "//a/b", 0}, {"/\\a", "//a", 0},
                {"ab/\\c", "", -1}, {"\\\\\\x", "", -1}, {"", "", 0}, {nullptr, "", -1}};
   for (auto convert : {VorQStringConvertCharPathToHost, VorQStringConvertPathToHost}) {
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
       char destination[32] = "junk";
       EXPECT_EQ(c.result, convert(c.source, destination)) << c.expected;
       EXPECT_STREQ(c.expected, destination) << c.expected;
     }
-    EXPECT_EQ(-1, convert("a", nullptr));
   }
   char path[] = "a\\b";
-  EXPECT_EQ(0, VorQStringConvertPathToHost(kTooLong.c_str(), path));  // as empty
-  EXPECT_STREQ("", path);
-  strcpy(path, "a\\b");
   EXPECT_EQ(0, VorQStringConvertPathToHost(path, path));
   EXPECT_STREQ("a/b", path);
+  EXPECT_EQ(0, VorQStringConvertPathToHost(kTooLong.c_str(), path));  // as empty
+  EXPECT_STREQ("", path);
   WithTinyArena([](MemoryHandle arena) {
     char destination[32] = "junk";
     EXPECT_EQ(-1, VorQStringConvertPathToHost("0123456789abcdef", destination));
     EXPECT_STREQ("", destination);
-    EXPECT_EQ(0, VorQStringConvertPathToHost("x\\y", destination));
-    EXPECT_EQ(0u, reinterpret_cast<const MemoryArena*>(arena)->entry_count);  // both blocks back
+    EXPECT_EQ(0u, reinterpret_cast<const MemoryArena*>(arena)->entry_count);  // all blocks back
   });
-}
-
-int LengthNeeded(const char* format, ...) {
-  va_list arguments;
-  va_start(arguments, format);
-  const int length = VorQStringSprintfLengthNeeded(format, arguments);
-  va_end(arguments);
-  return length;
 }
 
 TEST(VorQString, SprintfTrimAndReverse) {
@@ -368,12 +298,8 @@ TEST(VorQString, SprintfTrimAndReverse) {
   memset(buffer, 'x', sizeof(buffer));
   EXPECT_EQ(0, VorQStringSprintf(buffer, 4, "%s", "abcdef"));  // one shorter than the buffer
   EXPECT_EQ(0, memcmp("ab\0\0xxxx", buffer, 8));
-  EXPECT_EQ(-2, VorQStringSprintf(nullptr, 8, "x"));
   EXPECT_EQ(-2, VorQStringExSprintf(buffer, 0, "x"));
-  EXPECT_EQ(6, LengthNeeded("%s", "abcdef"));
-  EXPECT_EQ(0, LengthNeeded(nullptr));
-  const std::pair<const char*, const char*> trims[] = {
-      {"   ", ""}, {"a\t ", "a\t"}, {"a b  ", "a b"}, {" a", " a"}, {"", ""}};
+  const std::pair<const char*, const char*> trims[] = {{"   ", ""}, {"a\t ", "a\t"}, {" a", " a"}};
   for (const auto& [text, expected] : trims) {
     std::string trimmed = text;
     EXPECT_EQ(0, VorQStringRTrim(trimmed.data()));
@@ -383,11 +309,9 @@ TEST(VorQString, SprintfTrimAndReverse) {
   EXPECT_EQ(0, VorQStringExRTrim(too_long.data()));
   EXPECT_EQ(std::string(kVorQStringLimit, ' '), too_long);
   EXPECT_EQ(0, VorQStringRTrim(nullptr));
-  for (std::string text : {"abc", "ab", ""}) {
-    const std::string reversed(text.rbegin(), text.rend());
-    EXPECT_EQ(text.data(), VorQString_reverse(text.data()));
-    EXPECT_EQ(reversed, text);
-  }
+  std::string text = "abc";
+  EXPECT_EQ(text.data(), VorQString_reverse(text.data()));
+  EXPECT_EQ("cba", text);
   EXPECT_EQ(nullptr, VorQString_reverse(nullptr));
   too_long[0] = 'b';
   VorQString_reverse(too_long.data());
