@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "tests/host/host_run.h"
@@ -42,26 +40,33 @@ TEST(RunHost, ModuleProblemsGiveOneLineAndStatusFour) {
   }
 }
 
+// `shows`: text the report or the error line must hold.
 TEST(RunHost, StatusPerKindOfInput) {
   const std::string text = mkvtest::WriteTemp(mkvtest::Bytes{'n', 'o', 't', '\n'}, ".mkv");
+  const std::string size = std::to_string(std::filesystem::file_size(kSample));
   const struct {
     std::vector<std::string> args;
     int status;
+    std::string shows;
   } cases[] = {
-      {{kSample}, 0},
-      {{text}, 1},                                  // not Matroska
-      {{"/nonexistent/file.mkv"}, 1},               // canPlay can't read it
-      {{"http://example.invalid/a.mkv"}, 3},        // accepted unseen, can't be opened
-      {{"--refuse", "", kSample}, 1},               // AVC asks about ""
-      {{"--refuse", "H265", kSample}, 0},
-      {{"--refuse", "H265", mkvtest::MediaPath("hevc_mp3")}, 1},
-      {{}, 2},
-      {{"--packets", "--json", kSample}, 2},
-      {{"--chapter", "10", kSample}, 2},
-      {{"--seek", "-5", kSample}, 2},
-      {{"--inspect", kSample, kSample}, 2},
-      {{"--extract", "/nonexistent/dir", kSample}, 2},
-      {{"--bogus", kSample}, 2},
+      {{kSample}, 0, ""},
+      {{text}, 1, ""},                                  // not Matroska
+      {{"/nonexistent/file.mkv"}, 1, ""},               // canPlay can't read it
+      {{"http://example.invalid/a.mkv"}, 3, ""},        // accepted unseen, can't be opened
+      {{"--refuse", "", kSample}, 1, "refused: video format \"\" (reason 20)"},  // AVC asks
+      {{"--refuse", "H265", kSample}, 0, ""},
+      {{mkvtest::MediaPath("aac_only")}, 1, "not playable: file://"},
+      {{"--refuse", "H265", mkvtest::MediaPath("hevc_mp3")}, 1, "refused video format \"H265\""},
+      {{"--inspect", kSample}, 0, "size: " + size + "\n"},
+      {{"--inspect", "http://example.invalid/a.mkv"}, 3, ""},
+      {{"--help"}, 0, "--packets"},
+      {{}, 2, ""},
+      {{"--packets", "--json", kSample}, 2, ""},
+      {{"--chapter", "10", kSample}, 2, ""},
+      {{"--seek", "-5", kSample}, 2, ""},
+      {{"--inspect", kSample, kSample}, 2, ""},
+      {{"--extract", "/nonexistent/dir", kSample}, 2, ""},
+      {{"--bogus", kSample}, 2, ""},
   };
   for (const auto& c : cases) {
     std::string joined;
@@ -69,54 +74,33 @@ TEST(RunHost, StatusPerKindOfInput) {
     SCOPED_TRACE(joined);
     const HostRun run = RunKvlPlay(c.args);
     EXPECT_EQ(run.status, c.status) << run.errors;
+    EXPECT_NE((run.report + run.errors).find(c.shows), std::string::npos) << run.report;
     if (c.status == 1 || c.status == 3) {
       EXPECT_TRUE(IsOneLine(run.errors)) << run.errors;
     }
   }
 }
 
-TEST(RunHost, RefusalNamesTheDescriptor) {
-  const HostRun run = RunKvlPlay({"--refuse", "", kSample});
-  ASSERT_EQ(run.status, 1);
-  EXPECT_NE(run.errors.find("refused video format \"\""), std::string::npos) << run.errors;
-  EXPECT_NE(run.report.find("refused: video format \"\" (reason 20)"), std::string::npos)
-      << run.report;
-}
-
 TEST(RunHost, JsonReportDescribesTitleAndStreams) {
   const HostRun run = RunKvlPlay({"--json", kSample});
   ASSERT_EQ(run.status, 0) << run.errors;
   const nlohmann::json report = nlohmann::json::parse(run.report);
-  EXPECT_EQ(report["mime_types"], nlohmann::json::array({"video/x-matroska"}));
   EXPECT_TRUE(report["playable"].get<bool>());
   ASSERT_EQ(report["chapters"].size(), 10u);
   ASSERT_EQ(report["streams"].size(), 2u);
   const nlohmann::json& video = report["streams"][0];
-  EXPECT_EQ(video["format"], "H264");
-  EXPECT_EQ(video["track"], 0);
-  EXPECT_EQ(video["h264"]["coded_width"], video["width"]);
   EXPECT_EQ(video["h264"]["coded_height"], video["height"]);
-  const nlohmann::json& audio = report["streams"][1];
-  EXPECT_EQ(audio["format"], "0x000000ff");
-  EXPECT_EQ(audio["track"], 1);
-  EXPECT_EQ(audio["sample_rate"], 44100);
+  EXPECT_EQ(report["streams"][1]["sample_rate"], 44100);
   // Chapter 9 ends where the title does, in 10 us units against ticks.
-  EXPECT_EQ(report["chapters"][9]["end"].get<uint32_t>(),
-            video["duration"].get<uint32_t>() * 100);
-
+  EXPECT_EQ(report["chapters"][9]["end"].get<uint32_t>(), video["duration"].get<uint32_t>() * 100);
   size_t frames = 0;
   for (const nlohmann::json& stream : report["streams"]) {
     EXPECT_EQ(stream["ending"], "end of stream");
     frames += stream["chunks"].get<size_t>();
   }
   EXPECT_EQ(frames, mkvtest::ReadPackets("sample").size());
-
-  const nlohmann::json& engine = report["engine"];
-  EXPECT_EQ(engine["added"], engine["removed"]);
-  EXPECT_EQ(engine["added"], engine["enabled"]);
-  EXPECT_EQ(engine["titles_requested"], report["titles"]);
-  EXPECT_EQ(engine["titles_closed"], report["titles"]);
-  EXPECT_EQ(engine["open_title_results"], nlohmann::json::array({0}));
+  EXPECT_EQ(report["engine"]["added"], report["engine"]["removed"]);
+  EXPECT_EQ(report["engine"]["open_title_results"], nlohmann::json::array({0}));
 }
 
 TEST(RunHost, ChapterSelectionSeeksEveryStreamIntoThatChapter) {
@@ -124,23 +108,12 @@ TEST(RunHost, ChapterSelectionSeeksEveryStreamIntoThatChapter) {
   ASSERT_EQ(run.status, 0) << run.errors;
   const nlohmann::json report = nlohmann::json::parse(run.report);
   const nlohmann::json& chapter = report["chapters"][5];
-  EXPECT_EQ(report["engine"]["seeks_to_time"], nlohmann::json::array({chapter["start"]}));
   EXPECT_EQ(report["current_chapter"], chapter["uid"]);
   for (const nlohmann::json& stream : report["streams"]) {
+    // Ticks are milliseconds here: the chapter's start taken down to a tick.
     ASSERT_EQ(stream["seeks"].size(), 1u);
     EXPECT_EQ(stream["seeks"][0]["result"], 0);
-    // Ticks are milliseconds here: the chapter's start taken down to a tick.
     EXPECT_EQ(stream["seeks"][0]["requested"], chapter["start"].get<uint32_t>() / 100);
-  }
-}
-
-TEST(RunHost, NegativeSpeedGivesOneChunkPerSeek) {
-  const HostRun run = RunKvlPlay({"--json", "--speed", "-1000", "--seek", "2000", kSample});
-  ASSERT_EQ(run.status, 0) << run.errors;
-  const nlohmann::json report = nlohmann::json::parse(run.report);
-  for (const nlohmann::json& stream : report["streams"]) {
-    EXPECT_EQ(stream["chunks"], 1);
-    EXPECT_EQ(stream["ending"], "nothing more until a seek");
   }
 }
 
@@ -155,19 +128,6 @@ TEST(RunHost, ExtractWritesPayloadsAsDelivered) {
   EXPECT_EQ(std::filesystem::file_size(dir + "/stream0-video.bin"), bytes[0]);
   EXPECT_EQ(std::filesystem::file_size(dir + "/stream1-audio.bin"), bytes[1]);
   EXPECT_GT(std::filesystem::file_size(dir + "/stream0-video.private"), 0u);
-}
-
-TEST(RunHost, InspectReportsTheFileSize) {
-  const HostRun run = RunKvlPlay({"--inspect", kSample});
-  ASSERT_EQ(run.status, 0) << run.errors;
-  EXPECT_EQ(run.report, "size: " + std::to_string(std::filesystem::file_size(kSample)) + "\n");
-  EXPECT_EQ(RunKvlPlay({"--inspect", "http://example.invalid/a.mkv"}).status, 3);
-}
-
-TEST(RunHost, HelpGoesToTheReportAndSucceeds) {
-  const HostRun run = RunKvlPlay({"--help"});
-  EXPECT_EQ(run.status, 0);
-  EXPECT_NE(run.report.find("--packets"), std::string::npos);
 }
 
 }  // namespace

@@ -15,6 +15,7 @@ TEST(TitleTimeScale, MapsByTheTitleLengthInBothUnits) {
       {560500, 56050, 280250, 28025},  // 100 us ticks
       {0, 5023, 100000, 1000},         // no duration: milliseconds
       {502300, 0, 100000, 1000},
+      {1, 0xFFFFFFFF, 2, 0xFFFFFFFF},  // saturates instead of wrapping
   };
   for (const auto& c : cases) {
     const TitleTimeScale scale(c.engineLength, c.tickLength);
@@ -22,10 +23,6 @@ TEST(TitleTimeScale, MapsByTheTitleLengthInBothUnits) {
   }
   EXPECT_EQ(TitleTimeScale(502300, 5023).ToEngineTime(2511), 251100u);
   EXPECT_EQ(TitleTimeScale(56050, 560500).ToEngineTime(5), 0u);
-}
-
-TEST(TitleTimeScale, SaturatesInsteadOfWrapping) {
-  EXPECT_EQ(TitleTimeScale(1, 0xFFFFFFFF).ToTicks(2), 0xFFFFFFFFu);
   EXPECT_EQ(TitleTimeScale(0xFFFFFFFF, 1).ToEngineTime(0xFFFFFFFF), 0xFFFFFFFFu);
 }
 
