@@ -11,36 +11,33 @@ namespace {
 
 using Bytes = std::vector<unsigned char>;
 
-TEST(AVCBitReaderTest, FixedWidthReadsAndTheLimit) {
+TEST(AVCBitReaderTest, FixedWidthAndExpGolombReads) {
   unsigned char data[] = {0xA5, 0x3C, 0x01, 0x23, 0x45, 0x67, 0x89, 0xAB, 0xCD};
   const struct {
     unsigned int position, count;
     uint64_t value;
-  } cases[] = {{0, 0, 0}, {1, 3, 2}, {4, 8, 0x53}, {7, 2, 2}, {8, 64, 0x3C0123456789ABCDull}};
-  for (const auto& c : cases)
+  } fixed[] = {{0, 0, 0}, {1, 3, 2}, {4, 8, 0x53}, {7, 2, 2}, {8, 64, 0x3C0123456789ABCDull}};
+  for (const auto& c : fixed)
     EXPECT_EQ(c.value, AVCReadUintBits(data, c.position, c.count)) << c.position;
   unsigned long long result = 99;
   EXPECT_FALSE(ReadUINTBits(data, 8, 8, 4, &result));  // only a position at the limit fails
   EXPECT_EQ(99u, result);
   EXPECT_TRUE(ReadUINTBits(data, 12, 8, 4, &result));
   EXPECT_EQ(0xCu, result);
-  EXPECT_TRUE(ReadUINTBits(data, 0, 16, 4, nullptr));
-}
 
-TEST(AVCBitReaderTest, ExpGolombCodesAndTheirLengths) {
+  // The codes 1, 010, 011, 00100, 00101, behind 3 bits so that they don't
+  // start on a byte.
   const struct {
-    uint64_t code;
-    unsigned int length;
+    uint64_t value;
+    unsigned int bits, length;
     int64_t signedValue;
-  } cases[] = {{0, 1, 0}, {1, 3, 1}, {2, 3, -1}, {6, 5, -3}, {7, 7, 4},
-               {0xFFFFFFFEull, 63, -0x7FFFFFFF}};
-  for (const auto& c : cases) {
-    // Behind 3 bits of padding, so that codes don't start on a byte.
-    Bytes data = BitWriter().Bits(5, 3).UE(c.code).Bits(0xFF, 8).bytes();
+  } codes[] = {{0, 1, 1, 0}, {1, 2, 3, 1}, {2, 3, 3, -1}, {3, 4, 5, 2}, {4, 5, 5, -2}};
+  for (const auto& c : codes) {
+    Bytes bytes = BitWriter().Bits(5, 3).Bits(c.bits, c.length).Byte(0xFF).bytes();
     unsigned int used = 0;
-    EXPECT_EQ(c.code, AVCReadExpGolomb(data.data(), 3, &used));
+    EXPECT_EQ(c.value, AVCReadExpGolomb(bytes.data(), 3, &used));
     EXPECT_EQ(c.length, used);
-    EXPECT_EQ(c.signedValue, AVCReadSignedExpGolomb(data.data(), 3, &used));
+    EXPECT_EQ(c.signedValue, AVCReadSignedExpGolomb(bytes.data(), 3, &used));
   }
   // A code beyond 64 bits wraps: 2^64 - 1 + 5.
   Bytes wide = BitWriter().Bits(0, 64).Bits(1, 1).Bits(5, 64).bytes();
@@ -62,9 +59,7 @@ TEST(AVCBitReaderTest, EmulationPreventionDropsOnlyEscapes) {
   for (Case& c : cases) {
     Bytes target(c.source.size(), 0xEE);
     unsigned int size = static_cast<unsigned int>(target.size());
-    ASSERT_EQ(0, AVCCopyRemove_Emulation_Prevention_0x03_Byte(
-                     c.source.data(), static_cast<unsigned int>(c.source.size()), target.data(),
-                     &size));
+    ASSERT_EQ(0, AVCCopyRemove_Emulation_Prevention_0x03_Byte(c.source.data(), size, target.data(), &size));
     target.resize(size);
     EXPECT_EQ(c.expected, target);
   }
@@ -79,6 +74,8 @@ TEST(AVCBitReaderTest, EmulationPreventionDropsOnlyEscapes) {
   EXPECT_EQ(9, target[0]);
 }
 
+// A read that would pass the end, fixed-width or an Exp-Golomb code with no
+// 1 bit or a suffix cut short, fails and leaves value and position alone.
 TEST(AVCBitCursorTest, ReadsToTheLastBitAndCutsToTheFieldWidth) {
   unsigned char data[] = {0xA5, 0x3C};
   AVCBitCursor bits(data, sizeof data);
@@ -99,23 +96,18 @@ TEST(AVCBitCursorTest, ReadsToTheLastBitAndCutsToTheFieldWidth) {
   EXPECT_EQ(44, narrow);
   EXPECT_TRUE(cut.ReadSignedExpGolomb(&offset));
   EXPECT_EQ(0x7FFFFFFF, offset);
-}
 
-// Exp-Golomb codes that the data doesn't hold to their end: no 1 bit at
-// all, or a suffix cut short. Nothing is read and the cursor stays.
-TEST(AVCBitCursorTest, RefusesExpGolombCodesCutShort) {
-  const Bytes cases[] = {{0x00, 0x00, 0x00}, BitWriter().Bits(0, 8).Bits(1, 1).Bits(0, 7).bytes(),
-                         BitWriter().Bits(0, 30).Bits(1, 1).Bits(0, 1).bytes()};
-  for (const Bytes& data : cases) {
-    auto copy = ExactCopy(data, data.size());
-    AVCBitCursor bits(copy.get(), static_cast<unsigned int>(data.size()));
-    uint64_t value = 7;
-    int32_t signedValue = 7;
-    EXPECT_FALSE(bits.ReadExpGolomb(&value));
-    EXPECT_FALSE(bits.ReadSignedExpGolomb(&signedValue));
-    EXPECT_EQ(7u, value);
-    EXPECT_EQ(7, signedValue);
-    EXPECT_EQ(0u, bits.position());
+  for (const Bytes& code : {BitWriter().Bits(0, 8).Bits(1, 1).Bits(0, 7).bytes(),
+                            BitWriter().Bits(0, 30).Bits(1, 1).Bits(0, 1).bytes()}) {
+    ForEachPrefix(code, [](unsigned char* data, unsigned int size) {
+      AVCBitCursor bits(data, size);
+      uint64_t value = 7;
+      int32_t signedValue = 7;
+      EXPECT_FALSE(bits.ReadExpGolomb(&value) || bits.ReadSignedExpGolomb(&signedValue));
+      EXPECT_EQ(7u, value);
+      EXPECT_EQ(7, signedValue);
+      EXPECT_EQ(0u, bits.position());
+    });
   }
 }
 

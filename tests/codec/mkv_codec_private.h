@@ -8,15 +8,10 @@
 
 #include "tests/support/loaded_segment.h"
 
-// `name` under the tests' data folder.
-inline std::string TestDataPath(const std::string& name) {
-  return std::string(CODEC_TEST_DATA_DIR) + "/" + name;
-}
-
-// The CodecPrivate of the first track of a Matroska file, as mkvparser reads
-// it; empty when there is none.
-inline std::vector<unsigned char> FirstTrackCodecPrivate(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
+// The CodecPrivate of the first track of the Matroska file `name` under the
+// tests' data folder, as mkvparser reads it; empty when there is none.
+inline std::vector<unsigned char> FirstTrackCodecPrivate(const std::string& name) {
+  std::ifstream in(std::string(CODEC_TEST_DATA_DIR) + "/" + name, std::ios::binary);
   mkvtest::LoadedSegment loaded(mkvtest::Bytes(std::istreambuf_iterator<char>(in), {}));
   const mkvparser::Track* track =
       loaded.status == 0 ? loaded.segment->GetTracks()->GetTrackByIndex(0) : nullptr;
