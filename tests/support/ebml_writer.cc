@@ -7,7 +7,6 @@ namespace mkvtest {
 namespace {
 
 constexpr int kMasterSizeLength = 8;
-constexpr uint64_t kUnknownSize = 0x00FFFFFFFFFFFFFFull;
 
 int BytesFor(uint64_t value) {
   int length = 1;
@@ -50,10 +49,8 @@ void EbmlWriter::Raw(uint64_t value, int length) {
   }
 }
 
-void EbmlWriter::Id(uint32_t id) { Raw(id, BytesFor(id)); }
-
 void EbmlWriter::Header(uint32_t id, uint64_t size) {
-  Id(id);
+  Raw(id, BytesFor(id));
   AppendVint(out_, size);
 }
 
@@ -63,17 +60,6 @@ void EbmlWriter::UInt(uint32_t id, uint64_t value) {
   Raw(value, length);
 }
 
-void EbmlWriter::Int(uint32_t id, int64_t value) {
-  int length = 1;
-  while (length < 8) {
-    const int64_t limit = int64_t{1} << (8 * length - 1);
-    if (value >= -limit && value < limit) break;
-    ++length;
-  }
-  Header(id, length);
-  Raw(static_cast<uint64_t>(value), length);
-}
-
 void EbmlWriter::Float(uint32_t id, double value) {
   uint64_t bits;
   std::memcpy(&bits, &value, sizeof bits);
@@ -81,32 +67,14 @@ void EbmlWriter::Float(uint32_t id, double value) {
   Raw(bits, sizeof bits);
 }
 
-void EbmlWriter::String(uint32_t id, const std::string& value) {
-  Header(id, value.size());
-  out_->insert(out_->end(), value.begin(), value.end());
-}
-
 void EbmlWriter::Binary(uint32_t id, const Bytes& value) {
   Header(id, value.size());
   out_->insert(out_->end(), value.begin(), value.end());
 }
 
-size_t EbmlWriter::UInt8(uint32_t id, uint64_t value) {
-  Header(id, 8);
-  const size_t value_offset = offset();
-  Raw(value, 8);
-  return value_offset;
-}
-
-void EbmlWriter::PatchUInt8(size_t value_offset, uint64_t value) {
-  for (int i = 0; i < 8; ++i) {
-    (*out_)[value_offset + i] = static_cast<uint8_t>(value >> (8 * (7 - i)));
-  }
-}
-
 size_t EbmlWriter::StartMaster(uint32_t id) {
   const size_t master_offset = offset();
-  Id(id);
+  Raw(id, BytesFor(id));
   AppendVint(out_, 0, kMasterSizeLength);
   return master_offset;
 }
@@ -121,13 +89,6 @@ void EbmlWriter::EndMaster(size_t master_offset) {
   Bytes size;
   AppendVint(&size, payload, kMasterSizeLength);
   std::memcpy(out_->data() + size_offset, size.data(), size.size());
-}
-
-size_t EbmlWriter::StartUnknownSizeMaster(uint32_t id) {
-  const size_t master_offset = offset();
-  Id(id);
-  AppendVint(out_, kUnknownSize, kMasterSizeLength);
-  return master_offset;
 }
 
 }  // namespace mkvtest

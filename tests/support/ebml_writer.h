@@ -28,24 +28,18 @@ class EbmlWriter {
 
   size_t offset() const { return out_->size(); }
 
-  void Id(uint32_t id);
   void UInt(uint32_t id, uint64_t value);
-  void Int(uint32_t id, int64_t value);
   void Float(uint32_t id, double value);
-  void String(uint32_t id, const std::string& value);
   void Binary(uint32_t id, const Bytes& value);
+  void String(uint32_t id, const std::string& value) {
+    Binary(id, Bytes(value.begin(), value.end()));
+  }
   // An element whose payload the caller appends afterwards: `size` bytes.
   void Header(uint32_t id, uint64_t size);
-  // An unsigned integer in exactly eight bytes; returns the offset of the
-  // value for PatchUInt8, for sizes and positions learnt later.
-  size_t UInt8(uint32_t id, uint64_t value);
-  void PatchUInt8(size_t value_offset, uint64_t value);
 
   // Returns the element's offset, to hand to EndMaster.
   size_t StartMaster(uint32_t id);
   void EndMaster(size_t master_offset);
-  // A master of unknown size: it runs until its parent or the file ends.
-  size_t StartUnknownSizeMaster(uint32_t id);
 
  private:
   void Raw(uint64_t value, int length);

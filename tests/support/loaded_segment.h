@@ -55,20 +55,6 @@ struct LoadedSegment {
   long long status = 0;
 };
 
-// Calls visit(cluster, block) for every block of `segment`, in file order.
-template <typename Visit>
-void ForEachBlock(mkvparser::Segment& segment, Visit visit) {
-  for (const mkvparser::Cluster* cluster = segment.GetFirst(); cluster && !cluster->EOS();
-       cluster = segment.GetNext(cluster)) {
-    const mkvparser::BlockEntry* entry = nullptr;
-    long status = cluster->GetFirst(entry);
-    while (status == 0 && entry && !entry->EOS()) {
-      visit(*cluster, *entry->GetBlock());
-      status = cluster->GetNext(entry, entry);
-    }
-  }
-}
-
 }  // namespace mkvtest
 
 #endif  // MKVSOURCE_TESTS_SUPPORT_LOADED_SEGMENT_H_

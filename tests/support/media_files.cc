@@ -7,34 +7,6 @@
 #include <sstream>
 
 namespace mkvtest {
-namespace {
-
-// Splits one line of a CSV without quoting, which is all ffprobe wrote.
-std::vector<std::string> Fields(const std::string& line) {
-  std::vector<std::string> fields;
-  std::stringstream stream(line);
-  std::string field;
-  while (std::getline(stream, field, ',')) fields.push_back(field);
-  if (!line.empty() && line.back() == ',') fields.emplace_back();
-  return fields;
-}
-
-// The data lines of a CSV, header skipped, each with `count` fields.
-std::vector<std::vector<std::string>> Rows(const std::string& path, size_t count) {
-  std::vector<std::vector<std::string>> rows;
-  std::ifstream in(path);
-  std::string line;
-  if (!std::getline(in, line)) return rows;
-  while (std::getline(in, line)) {
-    std::vector<std::string> fields = Fields(line);
-    if (fields.size() == count) rows.push_back(std::move(fields));
-  }
-  return rows;
-}
-
-int64_t Number(const std::string& text) { return std::strtoll(text.c_str(), nullptr, 10); }
-
-}  // namespace
 
 std::string MediaPath(const std::string& name, const std::string& suffix) {
   const std::string folder = name == "sample" ? "/samples/" : "/tests/data/media/";
@@ -43,12 +15,20 @@ std::string MediaPath(const std::string& name, const std::string& suffix) {
 
 std::vector<Packet> ReadPackets(const std::string& name) {
   std::vector<Packet> packets;
-  for (const auto& row : Rows(MediaPath(name, ".packets.csv"), 4)) {
+  std::ifstream in(MediaPath(name, ".packets.csv"));
+  std::string line;
+  std::getline(in, line);  // the header
+  while (std::getline(in, line)) {
+    // stream,pts,size,md5 without quoting, which is all ffprobe wrote.
+    std::vector<std::string> fields;
+    std::stringstream stream(line);
+    for (std::string field; std::getline(stream, field, ',');) fields.push_back(field);
+    if (fields.size() != 4) continue;
     Packet packet;
-    packet.stream = static_cast<int>(Number(row[0]));
-    if (!row[1].empty()) packet.pts = Number(row[1]);
-    packet.size = static_cast<size_t>(Number(row[2]));
-    packet.md5 = row[3];
+    packet.stream = std::atoi(fields[0].c_str());
+    if (!fields[1].empty()) packet.pts = std::strtoll(fields[1].c_str(), nullptr, 10);
+    packet.size = std::strtoull(fields[2].c_str(), nullptr, 10);
+    packet.md5 = fields[3];
     packets.push_back(packet);
   }
   return packets;

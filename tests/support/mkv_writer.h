@@ -25,7 +25,6 @@ namespace mkvtest {
 enum TrackType : uint64_t {
   kVideoTrack = 1,
   kAudioTrack = 2,
-  kSubtitleTrack = 17,
 };
 
 struct VideoSettings {
@@ -55,10 +54,10 @@ struct Track {
                      uint64_t height);
   static Track Audio(uint64_t number, std::string codec_id,
                      double sampling_frequency, uint64_t channels);
-  static Track Subtitle(uint64_t number, std::string codec_id);
 };
 
-enum class Lacing { kNone, kXiph, kFixed, kEbml };
+// In the order of their flag values: lacing bits 0 to 3.
+enum class Lacing : uint8_t { kNone, kXiph, kFixed, kEbml };
 
 // A SimpleBlock, or a Block inside a BlockGroup. With Lacing::kNone all
 // frames are written back to back as one frame; kFixed writes the frames
@@ -71,9 +70,8 @@ struct Block {
   Lacing lacing = Lacing::kNone;
   std::vector<Bytes> frames;
   bool in_group = false;  // BlockGroup instead of SimpleBlock
-  // BlockGroup only:
+  // BlockGroup only; a non-key one gets a ReferenceBlock of -1.
   std::optional<uint64_t> duration;  // BlockDuration, in ticks
-  int64_t reference = -1;  // ReferenceBlock, written when !key
 };
 
 Block SimpleBlock(uint64_t track, int16_t timecode, bool key,
@@ -86,7 +84,6 @@ Block GroupBlock(uint64_t track, int16_t timecode, bool key,
 struct Cluster {
   uint64_t timecode = 0;  // in ticks of the timecode scale
   std::vector<Block> blocks;
-  bool unknown_size = false;
 };
 
 struct Info {
@@ -95,9 +92,6 @@ struct Info {
 };
 
 struct MkvFile {
-  std::string doc_type = "matroska";
-  bool unknown_segment_size = false;
-  bool seek_head = false;  // a SeekHead pointing at Info and Tracks
   Info info;
   std::vector<Track> tracks;
   std::vector<Cluster> clusters;
@@ -116,7 +110,6 @@ struct FramePlace {
   size_t block = 0;    // ... Cluster::blocks ...
   size_t frame = 0;    // ... and Block::frames
   uint64_t track = 0;
-  Span block_span;  // the SimpleBlock, or the whole BlockGroup
   int64_t pos = 0;  // absolute file offset of the frame's first byte
   int64_t len = 0;
 };
@@ -124,10 +117,6 @@ struct FramePlace {
 struct SerializedMkv {
   Bytes bytes;
   Span ebml_header;
-  Span segment;
-  size_t segment_data = 0;  // where the Segment's payload starts
-  std::optional<Span> seek_head;
-  Span info;
   Span tracks;
   std::vector<Span> clusters;
   std::vector<FramePlace> frames;
@@ -141,9 +130,6 @@ Bytes Payload(size_t size, uint8_t first = 0);
 
 // The first `size` bytes of `bytes`: a file cut short.
 Bytes Truncated(const Bytes& bytes, size_t size);
-// `bytes` with `replacement` written over it from `offset` on; grows the
-// bytes when the replacement runs past their end.
-Bytes Corrupted(Bytes bytes, size_t offset, const Bytes& replacement);
 
 }  // namespace mkvtest
 
