@@ -53,10 +53,8 @@ bool MKVSource::MKVStream::GetFrame(mkvparser::Block::Frame* frame) {
 // usable first block.
 bool MKVSource::MKVStream::StartWalk() {
   cluster = nullptr;
-  if (!GetCluster() || cluster->EOS()) return false;
-  if (cluster->GetFirst(entry) != 0 || !IsUsable(entry)) return false;
+  if (!GetCluster() || cluster->EOS() || !EnterFirstEntry()) return false;
   if (entry->GetBlock()->GetFrameCount() < 1) return false;
-  frameIndex = 0;
   walkState = WalkInBlock;
   return true;
 }
