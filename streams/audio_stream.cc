@@ -46,18 +46,25 @@ MKVSource::AudioStream::AudioStream(TitleInternal* title, unsigned int trackInde
   std::memcpy(formatDescriptor.code, &unknown, sizeof(unknown));
   language = "en";
   country = "us";
-  const mkvparser::Track* found = track();
-  if (found && found->GetType() == mkvparser::Track::kAudio)
-    describe(*static_cast<const mkvparser::AudioTrack*>(found));
+  // Name, type and tag come from whatever track sits at this position; only
+  // an audio track has a sample rate and channels, else they stay 0.
+  if (const mkvparser::Track* found = track()) {
+    describeTrack(*found);
+    if (found->GetType() == mkvparser::Track::kAudio)
+      describeAudio(*static_cast<const mkvparser::AudioTrack*>(found));
+  }
   storeDuration();
 }
 
-void MKVSource::AudioStream::describe(const mkvparser::AudioTrack& track) {
+void MKVSource::AudioStream::describeTrack(const mkvparser::Track& track) {
   if (const char* trackName = track.GetNameAsUTF8())
     name.assign(reinterpret_cast<const unsigned char*>(trackName));
   trackType = static_cast<uint32_t>(track.GetType());
   const uint32_t tag = AudioTag(track.GetCodecId());
   std::memcpy(formatDescriptor.code, &tag, sizeof(tag));
+}
+
+void MKVSource::AudioStream::describeAudio(const mkvparser::AudioTrack& track) {
   audioProperties.channels = static_cast<uint32_t>(track.GetChannels());
   audioProperties.sampleRate = WholeSampleRate(track.GetSamplingRate());
 }

@@ -23,7 +23,8 @@ class MKVSource::AudioStream : public MKVSource::MKVStream {
   int scanStream(long long time, long long* result) override;
 
  private:
-  void describe(const mkvparser::AudioTrack& track);
+  void describeTrack(const mkvparser::Track& track);
+  void describeAudio(const mkvparser::AudioTrack& track);
 
   AudioProperties audioProperties;
 };

@@ -76,6 +76,9 @@ long FindSeekEntry(mkvparser::Segment* segment, const mkvparser::Track& track,
     return 0;
   }
   const long long within = keyFramesOnly ? timeNs : -1;
+  // No limit on the clusters looked through, unlike the parser's own seek,
+  // which gives up after 100 clusters without an entry of the track: they are
+  // all in memory already, and a sparse track would otherwise find no landing.
   for (auto cluster = clusters.rbegin(); cluster != clusters.rend(); ++cluster) {
     const BlockEntry* found = nullptr;
     const long status = search.InCluster(*cluster, within, &found);

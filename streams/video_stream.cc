@@ -29,17 +29,22 @@ Ratio Reduced(unsigned long long x, unsigned long long y) {
   return {static_cast<uint32_t>(x), static_cast<uint32_t>(y)};
 }
 
-// The pixel aspect ratio: from the display size when the file states one,
-// else, for MPEG-4 part 2, from the Video Object Layer header that such a
-// track carries as its codec private data. Zero where neither tells.
+// Unsigned 32-bit size from the parser's signed one; 0 where it doesn't fit.
+uint32_t Dimension(long long size) {
+  return size > 0 && size <= UINT32_MAX ? static_cast<uint32_t>(size) : 0;
+}
+
+// The pixel aspect ratio. The parser reports the pixel size as the display
+// size when the file states none, so only a display size that differs from
+// the pixel size states a ratio; else an MPEG-4 part 2 track's Video Object
+// Layer header (its codec private data) may; else zero: nothing is known.
 Ratio PixelAspectRatio(const mkvparser::VideoTrack& track) {
-  const long long width = track.GetWidth();
-  const long long height = track.GetHeight();
-  const long long displayWidth = track.GetDisplayWidth();
-  const long long displayHeight = track.GetDisplayHeight();
-  if (width > 0 && height > 0 && displayWidth > 0 && displayHeight > 0 &&
-      width <= UINT32_MAX && height <= UINT32_MAX && displayWidth <= UINT32_MAX &&
-      displayHeight <= UINT32_MAX) {
+  const uint32_t width = Dimension(track.GetWidth());
+  const uint32_t height = Dimension(track.GetHeight());
+  const uint32_t displayWidth = Dimension(track.GetDisplayWidth());
+  const uint32_t displayHeight = Dimension(track.GetDisplayHeight());
+  if (width && height && displayWidth && displayHeight &&
+      (displayWidth != width || displayHeight != height)) {
     return Reduced(static_cast<unsigned long long>(displayWidth) * height,
                    static_cast<unsigned long long>(displayHeight) * width);
   }
@@ -66,19 +71,25 @@ MKVSource::VideoStream::VideoStream(TitleInternal* title, unsigned int trackInde
   language = "en";
   trackType = 0;
   formatDescriptor.mediaType = kMediaVideo;
-  const mkvparser::Track* found = track();
-  if (found && found->GetType() == mkvparser::Track::kVideo)
-    describe(*static_cast<const mkvparser::VideoTrack*>(found));
+  // Whatever kind of track sits at this position, its codec id is compared
+  // (and an unknown one logged); only a video track has a picture to describe.
+  if (const mkvparser::Track* found = track()) {
+    storeCode(found->GetCodecId());
+    if (found->GetType() == mkvparser::Track::kVideo)
+      describe(*static_cast<const mkvparser::VideoTrack*>(found));
+  }
   storeDuration();
 }
 
-void MKVSource::VideoStream::describe(const mkvparser::VideoTrack& track) {
-  const char* codecId = track.GetCodecId();
+void MKVSource::VideoStream::storeCode(const char* codecId) {
   if (const VideoCodec* codec = FindVideoCodec(codecId)) {
     std::strncpy(formatDescriptor.code, codec->streamCode, sizeof(formatDescriptor.code) - 1);
   } else if (codecId) {
     Logger::instance().log("MKVSource", "VideoStream", 1726, "Unknown CodecID:%s\n", codecId);
   }
+}
+
+void MKVSource::VideoStream::describe(const mkvparser::VideoTrack& track) {
   imageProperties.width = static_cast<uint32_t>(track.GetWidth());
   imageProperties.height = static_cast<uint32_t>(track.GetHeight());
   const Ratio ratio = PixelAspectRatio(track);

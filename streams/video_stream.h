@@ -22,6 +22,8 @@ class MKVSource::VideoStream : public MKVSource::MKVStream {
   int seekStream(unsigned int time, unsigned int* actualTime, bool exact) override;
 
  private:
+  // The format code of a known id; an unknown, non-null id is logged.
+  void storeCode(const char* codecId);
   void describe(const mkvparser::VideoTrack& track);
 
   ImageProperties imageProperties;

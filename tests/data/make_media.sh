@@ -6,6 +6,9 @@
 #   tests/data/media/h264_aac.mkv        H.264 + AAC, written by ffmpeg (no lacing)
 #   tests/data/media/hevc_mp3.mkv        HEVC + MP3, written by ffmpeg
 #   tests/data/media/h264_mp3_laced.mkv  H.264 + MP3, mkvmerge, MP3 frames laced
+#   tests/data/media/h264_mp3_wide_pixels.mkv
+#                                        the same with display size 320x120 over
+#                                        160x120 pixels: pixels twice as wide as high
 #   tests/data/media/h264_aac_scale100us.mkv
 #                                        H.264 + AAC, mkvmerge, TimecodeScale 100000 ns,
 #                                        AAC frames laced
@@ -100,6 +103,9 @@ remux() {  # remux OUTPUT AUDIO [mkvmerge options...]
 
 # H.264 + MP3 with laced audio blocks.
 remux "$media/h264_mp3_laced.mkv" "$work/audio.mp3"
+
+# A stated display size: a pixel aspect ratio of 2:1.
+remux "$media/h264_mp3_wide_pixels.mkv" "$work/audio.mp3" --display-dimensions 0:320x120
 
 # TimecodeScale 100000 ns: ticks of a tenth of a millisecond; AAC laced too.
 remux "$media/h264_aac_scale100us.mkv" "$work/audio.aac" --timestamp-scale 100000

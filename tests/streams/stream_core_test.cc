@@ -148,31 +148,42 @@ TEST(StreamCoreTest, AudioFormats) {
 }
 
 // Audio first: the video reader at position 0 holds the audio track and the
-// audio reader at position 1 the video track; neither takes the other kind.
-TEST(StreamCoreTest, ReadersOnTracksOfTheOtherKindStayEmpty) {
+// audio reader at position 1 the video track. Both read the track's codec id
+// and type, neither takes the other kind's picture or sound facts.
+TEST(StreamCoreTest, ReadersOnTracksOfTheOtherKind) {
   std::vector<Track> tracks = {A(), V(), A()};
   for (uint64_t i = 0; i < 3; ++i) tracks[i].number = i + 1;
+  testing::internal::CaptureStderr();
   OpenedTitle t(FileWith(tracks));
+  const std::string log = testing::internal::GetCapturedStderr();
   ASSERT_EQ(t.control.streams().size(), 2u);
+  EXPECT_NE(log.find("VideoStream:1726: Unknown CodecID:A_AAC\n"), std::string::npos) << log;
   EXPECT_EQ(static_cast<ImageProperties*>(t.opened(0)->properties())->width, 0u);
   EXPECT_STREQ(t.control.streams()[0]->format()->code, "");
   EXPECT_EQ(static_cast<AudioProperties*>(t.opened(1)->properties())->sampleRate, 0u);
   EXPECT_EQ(AudioTag(t.control.streams()[1]), 0xFFFFFFFF);
+  unsigned int type = 0;
+  EXPECT_EQ(t.control.streams()[1]->info(nullptr, nullptr, nullptr, &type), 1);
+  EXPECT_EQ(type, 1u);  // the parser's kVideo
 }
 
-// From the display size (4:3 over 176x144 in the committed file); without a
-// picture size, from the Video Object Layer header of an MPEG-4 part 2
-// track (aspect_ratio_info 3: 10:11); else square pixels.
+// From a display size that differs from the pixel size (4:3 over 176x144 from
+// ffmpeg, 320x120 over 160x120 from mkvmerge); with display and pixel size
+// equal (stated by mkvmerge or implied by ffmpeg) or absent, from the Video
+// Object Layer header of an MPEG-4 part 2 track (aspect_ratio_info 3: 10:11);
+// else nothing is known.
 TEST(StreamCoreTest, PixelAspectRatio) {
   Track asp = Track::Video(1, "V_MPEG4/ISO/ASP", 0, 0);
   asp.video = VideoSettings{};
   asp.codec_private = Bytes{0, 0, 1, 0, 0, 0, 1, 0x20, 0x00, 0x8C, 0, 0};
+  Track squareAsp = asp;
+  squareAsp.video = VideoSettings{176, 144};
   struct Case {
     std::string path;
     uint32_t x, y;
-  } cases[] = {{MediaPath("mpeg4_aac"), 12, 11},
-               {FileWith({asp, A()}), 10, 11},
-               {MediaPath("h264_aac"), 1, 1}};
+  } cases[] = {{MediaPath("mpeg4_aac"), 12, 11},     {MediaPath("h264_mp3_wide_pixels"), 2, 1},
+               {FileWith({asp, A()}), 10, 11},       {FileWith({squareAsp, A()}), 10, 11},
+               {MediaPath("h264_mp3_laced"), 0, 0}, {MediaPath("h264_aac"), 0, 0}};
   for (const Case& c : cases) {
     OpenedTitle t(c.path);
     auto* image = static_cast<ImageProperties*>(t.control.streams().at(0)->properties());

@@ -13,8 +13,8 @@ namespace mkvtest {
 
 // Media files by base name, e.g. "h264_aac"; "sample" is the bundled one.
 inline constexpr const char* kMediaNames[] = {
-    "h264_aac", "hevc_mp3", "h264_mp3_laced", "h264_aac_scale100us",
-    "aac_only", "mpeg4_aac", "sample"};
+    "h264_aac", "hevc_mp3", "h264_mp3_laced", "h264_mp3_wide_pixels",
+    "h264_aac_scale100us", "aac_only", "mpeg4_aac", "sample"};
 
 // Absolute path of NAME.mkv, or of NAME.packets.csv with suffix
 // ".packets.csv".
