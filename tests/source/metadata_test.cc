@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "source/tag_data.h"
+#include "tests/support/media_files.h"
 #include "tests/support/source_harness.h"
 
 namespace mkvtest {
@@ -32,7 +33,7 @@ std::vector<std::string> Children(xmlNode* node) {
 class MetadataTest : public SourceTest {
  protected:
   void SetUp() override {
-    ASSERT_TRUE(Open(WriteTemp(VideoAndAudioFile()), false));
+    ASSERT_TRUE(Open(MediaPath("h264_aac"), false));
     root = xmlDocGetRootElement(source->metadataDocument());
   }
   xmlNode* root = nullptr;

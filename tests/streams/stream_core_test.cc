@@ -7,8 +7,8 @@
 
 #include "plugin/kvl/media_buffer.h"
 #include "plugin/kvl/properties.h"
-#include "tests/support/source_harness.h"
 #include "tests/support/media_files.h"
+#include "tests/support/source_harness.h"
 
 namespace mkvtest {
 namespace {
@@ -17,18 +17,16 @@ using KVL::AudioProperties;
 using KVL::ImageProperties;
 
 Track V(std::optional<std::string> codec = "V_MPEG4/ISO/AVC") {
-  Track track = Track::Video(1, "", 640, 360);
-  track.codec_id = codec;
+  Track track = VideoTrack(1, std::move(codec));
+  track.width = 640;
+  track.height = 360;
   return track;
 }
 Track A(std::optional<std::string> codec = "A_AAC", double rate = 48000, uint64_t channels = 2) {
-  Track track = Track::Audio(2, "", rate, channels);
-  track.codec_id = codec;
-  return track;
+  return AudioTrack(2, std::move(codec), rate, channels);
 }
-std::string FileWith(std::vector<Track> tracks) {
-  return WriteAv({Cluster{0, {SimpleBlock(1, 0, true, {Payload(8)})}}}, std::move(tracks));
-}
+const Cluster kOneFrame{0, {Block{1, 0, true, {Payload(8)}}}};
+std::string FileWith(std::vector<Track> tracks) { return WriteAv({kOneFrame}, std::move(tracks)); }
 uint32_t AudioTag(KVL::StreamInterface* stream) {
   uint32_t tag;
   std::memcpy(&tag, stream->format()->code, sizeof(tag));
@@ -74,29 +72,25 @@ TEST(StreamCoreTest, CodecDataIsHandedOverOnce) {
 }
 
 TEST(StreamCoreTest, InfoAndDuration) {
-  std::vector<Track> tracks = {V(), A()};
-  tracks[1].name = "Commentary";
-  MkvFile file;
-  file.tracks = tracks;
-  file.clusters = {Cluster{0, {SimpleBlock(1, 0, true, {Payload(8)})}}};
-  file.info.duration = 5000;
-  OpenedTitle t(WriteTemp(file));
-  EXPECT_EQ(t.control.streams()[0]->info(nullptr, nullptr, nullptr, nullptr), 1);
+  MkvFile file{{V(), A()}, {kOneFrame}, 1000000, 5000};
+  file.tracks[1].name = "Commentary";
+  OpenedTitle t(WriteMkv(file));
+  EXPECT_EQ(t.control.stream(0)->info(nullptr, nullptr, nullptr, nullptr), 1);
   for (unsigned i = 0; i < 2; ++i) {
     KVL::vorq_string<unsigned char> name;
     KVL::vorq_string<char> language, country;
     unsigned int type = 99;
-    EXPECT_EQ(t.control.streams()[i]->info(&name, &language, &country, &type), 1);
-    const std::basic_string<unsigned char> text = name.toStlString();
-    EXPECT_EQ(std::string(text.begin(), text.end()), i == 0 ? "" : "Commentary");
+    EXPECT_EQ(t.control.stream(i)->info(&name, &language, &country, &type), 1);
+    EXPECT_EQ(Text(name), i == 0 ? "" : "Commentary");
     EXPECT_EQ(language.toStlString(), "en");
     EXPECT_EQ(country.toStlString(), "us");
     EXPECT_EQ(type, i == 0 ? 0u : 2u);
-    EXPECT_EQ(t.control.streams()[i]->duration(), 5000u);
+    EXPECT_EQ(t.control.stream(i)->duration(), 5000u);
   }
-  file.info = Info{100000, 123456};  // ticks of 100 us
-  EXPECT_EQ(OpenedTitle(WriteTemp(file)).control.streams()[1]->duration(), 123456u);
-  EXPECT_EQ(OpenedTitle(FileWith(tracks)).control.streams()[0]->duration(), 0u);  // no Duration
+  file.scale = 100000;  // ticks of 100 us
+  file.duration = 123456;
+  EXPECT_EQ(OpenedTitle(WriteMkv(file)).control.stream(1)->duration(), 123456u);
+  EXPECT_EQ(OpenedTitle(FileWith(file.tracks)).control.stream(0)->duration(), 0u);  // no Duration
 }
 
 TEST(StreamCoreTest, VideoFormats) {
@@ -110,11 +104,10 @@ TEST(StreamCoreTest, VideoFormats) {
                {std::nullopt, "", false}};
   for (const Case& c : cases) {
     const std::string path = FileWith({V(c.codec), A()});
-    testing::internal::CaptureStderr();
-    OpenedTitle t(path);
-    const std::string log = testing::internal::GetCapturedStderr();
-    ASSERT_TRUE(t.ok);
-    KVL::StreamInterface* stream = t.control.streams()[0];
+    std::unique_ptr<OpenedTitle> t;
+    const std::string log = OutputOf(2, [&] { t = std::make_unique<OpenedTitle>(path); });
+    ASSERT_TRUE(t->ok);
+    KVL::StreamInterface* stream = t->control.stream(0);
     EXPECT_STREQ(stream->format()->code, c.code);
     EXPECT_EQ(stream->format()->mediaType, 1u);
     const std::string line = "VideoStream:1726: Unknown CodecID:" + c.codec.value_or("") + "\n";
@@ -138,7 +131,7 @@ TEST(StreamCoreTest, AudioFormats) {
                {std::nullopt, 8000, 2, 0xFFFFFFFF, 8000}};
   for (const Case& c : cases) {
     OpenedTitle t(FileWith({V(), A(c.codec, c.rate, c.channels)}));
-    KVL::StreamInterface* stream = t.control.streams().at(1);
+    KVL::StreamInterface* stream = t.control.stream(1);
     EXPECT_EQ(AudioTag(stream), c.tag);
     EXPECT_EQ(stream->format()->mediaType, 2u);
     auto* audio = static_cast<AudioProperties*>(stream->properties());
@@ -153,19 +146,19 @@ TEST(StreamCoreTest, ReadersOnTracksOfTheOtherKindStayEmpty) {
   std::vector<Track> tracks = {A(), V(), A()};
   for (uint64_t i = 0; i < 3; ++i) tracks[i].number = i + 1;
   OpenedTitle t(FileWith(tracks));
-  ASSERT_EQ(t.control.streams().size(), 2u);
+  ASSERT_EQ(t.control.streamCount(), 2u);
   EXPECT_EQ(static_cast<ImageProperties*>(t.opened(0)->properties())->width, 0u);
-  EXPECT_STREQ(t.control.streams()[0]->format()->code, "");
+  EXPECT_STREQ(t.control.stream(0)->format()->code, "");
   EXPECT_EQ(static_cast<AudioProperties*>(t.opened(1)->properties())->sampleRate, 0u);
-  EXPECT_EQ(AudioTag(t.control.streams()[1]), 0xFFFFFFFF);
+  EXPECT_EQ(AudioTag(t.control.stream(1)), 0xFFFFFFFF);
 }
 
 // From the display size (4:3 over 176x144 in the committed file); without a
 // picture size, from the Video Object Layer header of an MPEG-4 part 2
 // track (aspect_ratio_info 3: 10:11); else square pixels.
 TEST(StreamCoreTest, PixelAspectRatio) {
-  Track asp = Track::Video(1, "V_MPEG4/ISO/ASP", 0, 0);
-  asp.video = VideoSettings{};
+  Track asp = VideoTrack(1, "V_MPEG4/ISO/ASP");
+  asp.width = asp.height = 0;
   asp.codec_private = Bytes{0, 0, 1, 0, 0, 0, 1, 0x20, 0x00, 0x8C, 0, 0};
   struct Case {
     std::string path;
@@ -175,7 +168,7 @@ TEST(StreamCoreTest, PixelAspectRatio) {
                {MediaPath("h264_aac"), 1, 1}};
   for (const Case& c : cases) {
     OpenedTitle t(c.path);
-    auto* image = static_cast<ImageProperties*>(t.control.streams().at(0)->properties());
+    auto* image = static_cast<ImageProperties*>(t.control.stream(0)->properties());
     EXPECT_EQ(image->aspectX, c.x) << c.path;
     EXPECT_EQ(image->aspectY, c.y) << c.path;
   }

@@ -10,11 +10,11 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-Track V(uint64_t number) { return Track::Video(number, "V_MPEG4/ISO/AVC", 64, 48); }
-Track A(uint64_t number) { return Track::Audio(number, "A_AAC", 48000, 2); }
+Track V(uint64_t number) { return VideoTrack(number); }
+Track A(uint64_t number) { return AudioTrack(number); }
 
 std::string FileWith(std::vector<Track> tracks) {
-  return WriteAv({Cluster{0, {SimpleBlock(1, 0, true, {Payload(8)})}}}, std::move(tracks));
+  return WriteAv({Cluster{0, {Block{1, 0, true, {Payload(8)}}}}}, std::move(tracks));
 }
 
 // "addStream 13": a call on the n-th stream, whose UID follows the title's
@@ -39,11 +39,11 @@ TEST(TitleOpeningTest, MakesAddsEnablesAndLooksAtTheReaders) {
   for (const Case& c : cases) {
     OpenedTitle t(FileWith(c.tracks), /*openTitle=*/false);
     ASSERT_TRUE(t.ok);
-    const std::string out = StdoutOf([&] { EXPECT_EQ(t.source->openTitle(t.titleUID), 0); });
+    const std::string out = OutputOf(1, [&] { EXPECT_EQ(t.source->openTitle(t.titleUID), 0); });
     Calls adds, gets, enables = {Call("enableStream", t, 1) + " 1"};
     std::string enumerated;
     for (size_t i = 0; i < c.types.size(); ++i) {
-      EXPECT_EQ(t.control.streams().at(i)->streamType(), c.types[i]);
+      EXPECT_EQ(t.control.stream(i)->streamType(), c.types[i]);
       adds.push_back(Call("addStream", t, i + 1));
       gets.push_back(Call("getStream", t, i + 1));
       if (c.types[i] == 272) enumerated += "Enumerating video track " + std::to_string(i) + "\n";
