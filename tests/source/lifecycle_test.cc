@@ -27,7 +27,7 @@ class LifecycleTest : public SourceTest {
 TEST_F(LifecycleTest, OpenWithoutProbeHasNoTitleButAsksForLanguages) {
   EXPECT_EQ(0, OpenUri(FileUri(kFile)));
   EXPECT_EQ(0u, source->getTitles().count());
-  EXPECT_EQ((std::vector<std::string>{"getDefaultAudioLanguage", "getDefaultSubtitleLanguage"}),
+  EXPECT_EQ((std::vector<std::string>{"audioLanguage", "subtitleLanguage"}),
             control.calls);
 }
 

@@ -51,7 +51,7 @@ TEST(ReadPathTest, ChunksAreTheFilesFramesOfTheTrack) {
     }
     KVL::StreamInterface* stream = t.opened(track - 1);
     int last = -1;
-    EXPECT_EQ(Describe(ReadChunks(stream, SIZE_MAX, &last)), Describe(expected));
+    EXPECT_EQ(ReadChunks(stream, SIZE_MAX, &last), expected);
     EXPECT_EQ(stream->getLastChunkTime(), expected.back().start + expected.back().duration);
     for (int i = 0; i < 2; ++i) {
       EXPECT_EQ(last, 0);

@@ -2,8 +2,6 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <optional>
-#include <string>
 
 #include "plugin/kvl/media_buffer.h"
 #include "plugin/kvl/properties.h"
@@ -16,15 +14,6 @@ namespace {
 using KVL::AudioProperties;
 using KVL::ImageProperties;
 
-Track V(std::optional<std::string> codec = "V_MPEG4/ISO/AVC") {
-  Track track = VideoTrack(1, std::move(codec));
-  track.width = 640;
-  track.height = 360;
-  return track;
-}
-Track A(std::optional<std::string> codec = "A_AAC", double rate = 48000, uint64_t channels = 2) {
-  return AudioTrack(2, std::move(codec), rate, channels);
-}
 const Cluster kOneFrame{0, {Block{1, 0, true, {Payload(8)}}}};
 std::string FileWith(std::vector<Track> tracks) { return WriteAv({kOneFrame}, std::move(tracks)); }
 uint32_t AudioTag(KVL::StreamInterface* stream) {
@@ -33,46 +22,46 @@ uint32_t AudioTag(KVL::StreamInterface* stream) {
   return tag;
 }
 
+// Codec private data goes out once, whole (4 MiB too), tagged by kind;
+// none or an empty one gives nothing. What nobody took goes with a second
+// open or with the stream.
 TEST(StreamCoreTest, CodecDataIsHandedOverOnce) {
-  struct Case {
+  const struct {
     std::optional<Bytes> codecPrivate;
     size_t stream;
     const char* tag;
-    uint32_t mediaType;
-  } cases[] = {{std::nullopt, 0, nullptr, 0}, {Bytes{}, 1, nullptr, 0},
-               {Bytes{1, 2, 3}, 0, "VID ", 1}, {Bytes{9}, 1, "AUD ", 2},
-               {Bytes(1 << 22, 7), 0, "VID ", 1}};
-  for (const Case& c : cases) {
-    std::vector<Track> tracks = {V(), A()};
+  } cases[] = {{std::nullopt, 0, nullptr}, {Bytes{}, 1, nullptr}, {Bytes{1, 2, 3}, 0, "VID "},
+               {Bytes{9}, 1, "AUD "}, {Bytes(1 << 22, 7), 0, "VID "}};
+  for (const auto& c : cases) {
+    std::vector<Track> tracks = {VideoTrack(), AudioTrack()};
     tracks[c.stream].codec_private = c.codecPrivate;
     OpenedTitle t(FileWith(tracks));
     KVL::StreamInterface* stream = t.opened(c.stream);
     KVL::List<KVL::TypedMediaBuffer*> list;
     ASSERT_EQ(stream->getCodecData(&list), c.tag != nullptr);
     EXPECT_FALSE(stream->getCodecData(&list));
-    EXPECT_EQ(stream->closeStream(), 0);
-    EXPECT_EQ(stream->closeStream(), 0);
+    EXPECT_EQ(stream->closeStream() + stream->closeStream(), 0);
     ASSERT_EQ(list.count(), c.tag ? 1u : 0u);
     if (!c.tag) continue;
     KVL::TypedMediaBuffer* buffer = list.head()->value;
     EXPECT_STREQ(buffer->tag, c.tag);
-    EXPECT_EQ(buffer->mediaType, c.mediaType);
+    EXPECT_EQ(buffer->mediaType, c.stream + 1);
     auto* payload = static_cast<uint8_t*>(buffer->lock());
     EXPECT_EQ(Bytes(payload, payload + buffer->chunkSize()), *c.codecPrivate);
     std::free(payload);
     buffer->unlock();
     delete buffer;
   }
-  // Codec data nobody took goes with a second open and with the stream.
-  std::vector<Track> tracks = {V(), A()};
+  std::vector<Track> tracks = {VideoTrack(), AudioTrack()};
   tracks[0].codec_private = Bytes{1, 2};
   OpenedTitle t(FileWith(tracks));
   t.opened(0);
   t.opened(0);
 }
 
+// The segment's duration in ticks; without Duration, 0.
 TEST(StreamCoreTest, InfoAndDuration) {
-  MkvFile file{{V(), A()}, {kOneFrame}, 1000000, 5000};
+  MkvFile file{{VideoTrack(), AudioTrack()}, {kOneFrame}, 1000000, 5000};
   file.tracks[1].name = "Commentary";
   OpenedTitle t(WriteMkv(file));
   EXPECT_EQ(t.control.stream(0)->info(nullptr, nullptr, nullptr, nullptr), 1);
@@ -82,44 +71,41 @@ TEST(StreamCoreTest, InfoAndDuration) {
     unsigned int type = 99;
     EXPECT_EQ(t.control.stream(i)->info(&name, &language, &country, &type), 1);
     EXPECT_EQ(Text(name), i == 0 ? "" : "Commentary");
-    EXPECT_EQ(language.toStlString(), "en");
-    EXPECT_EQ(country.toStlString(), "us");
-    EXPECT_EQ(type, i == 0 ? 0u : 2u);
+    EXPECT_EQ(language.toStlString() + country.toStlString(), "enus");
+    EXPECT_EQ(type, i * 2);
     EXPECT_EQ(t.control.stream(i)->duration(), 5000u);
   }
   file.scale = 100000;  // ticks of 100 us
   file.duration = 123456;
   EXPECT_EQ(OpenedTitle(WriteMkv(file)).control.stream(1)->duration(), 123456u);
-  EXPECT_EQ(OpenedTitle(FileWith(file.tracks)).control.stream(0)->duration(), 0u);  // no Duration
+  EXPECT_EQ(OpenedTitle(FileWith(file.tracks)).control.stream(0)->duration(), 0u);
 }
 
 TEST(StreamCoreTest, VideoFormats) {
-  struct Case {
+  const struct {
     std::optional<std::string> codec;
     const char* code;
-    bool logged;
-  } cases[] = {{"V_MPEG4/ISO/AVC", "H264", false}, {"V_MPEGH/ISO/HEVC", "H265", false},
-               {"V_MPEG4/ISO/HEVC", "H265", false}, {"V_MPEG4/ISO/AVCX", "", true},
-               {"v_mpeg4/iso/avc", "", true},       {"V_MS/VFW/FOURCC", "", true},
-               {std::nullopt, "", false}};
-  for (const Case& c : cases) {
-    const std::string path = FileWith({V(c.codec), A()});
+  } cases[] = {{"V_MPEG4/ISO/AVC", "H264"}, {"V_MPEGH/ISO/HEVC", "H265"},
+               {"V_MPEG4/ISO/HEVC", "H265"}, {"V_MPEG4/ISO/AVCX", ""}, {std::nullopt, ""}};
+  for (const auto& c : cases) {
+    const std::string path = FileWith({VideoTrack(1, c.codec), AudioTrack()});
     std::unique_ptr<OpenedTitle> t;
     const std::string log = OutputOf(2, [&] { t = std::make_unique<OpenedTitle>(path); });
     ASSERT_TRUE(t->ok);
     KVL::StreamInterface* stream = t->control.stream(0);
     EXPECT_STREQ(stream->format()->code, c.code);
     EXPECT_EQ(stream->format()->mediaType, 1u);
-    const std::string line = "VideoStream:1726: Unknown CodecID:" + c.codec.value_or("") + "\n";
-    EXPECT_EQ(log.find(line) != std::string::npos, c.logged) << log;
-    EXPECT_EQ(log.find("VideoStream") != std::string::npos, c.logged) << log;
+    const std::string line = "Unknown CodecID:" + c.codec.value_or("") + "\n";
+    const bool unknown = *c.code == 0 && c.codec;  // the probe says so too
+    EXPECT_EQ(log, unknown ? "[MKVSource] canPlay:356: " + line + "[MKVSource] VideoStream:1726: " + line : "");
     auto* image = static_cast<ImageProperties*>(stream->properties());
-    EXPECT_EQ(image->width * 1000 + image->height, 640360u);
+    EXPECT_EQ(image->width * 1000 + image->height, 64048u);
   }
 }
 
+// Rates are cut to whole numbers.
 TEST(StreamCoreTest, AudioFormats) {
-  struct Case {
+  const struct {
     std::optional<std::string> codec;
     double rate;
     uint64_t channels;
@@ -127,25 +113,25 @@ TEST(StreamCoreTest, AudioFormats) {
   } cases[] = {{"A_MPEG/L3", 44100, 2, 0x55, 44100},
                {"A_AAC", 22050.7, 6, 0xFF, 22050},
                {"A_AAC/MPEG4/LC", 48000, 1, 0xFFFFFFFF, 48000},
-               {"A_MPEG/L2", 32000, 2, 0xFFFFFFFF, 32000},
                {std::nullopt, 8000, 2, 0xFFFFFFFF, 8000}};
-  for (const Case& c : cases) {
-    OpenedTitle t(FileWith({V(), A(c.codec, c.rate, c.channels)}));
+  for (const auto& c : cases) {
+    Track audio = AudioTrack(2, c.codec);
+    audio.rate = c.rate;
+    audio.channels = c.channels;
+    OpenedTitle t(FileWith({VideoTrack(), audio}));
     KVL::StreamInterface* stream = t.control.stream(1);
     EXPECT_EQ(AudioTag(stream), c.tag);
     EXPECT_EQ(stream->format()->mediaType, 2u);
-    auto* audio = static_cast<AudioProperties*>(stream->properties());
-    EXPECT_EQ(audio->sampleRate, c.sampleRate);
-    EXPECT_EQ(audio->channels, c.channels);
+    auto* properties = static_cast<AudioProperties*>(stream->properties());
+    EXPECT_EQ(properties->sampleRate, c.sampleRate);
+    EXPECT_EQ(properties->channels, c.channels);
   }
 }
 
 // Audio first: the video reader at position 0 holds the audio track and the
 // audio reader at position 1 the video track; neither takes the other kind.
 TEST(StreamCoreTest, ReadersOnTracksOfTheOtherKindStayEmpty) {
-  std::vector<Track> tracks = {A(), V(), A()};
-  for (uint64_t i = 0; i < 3; ++i) tracks[i].number = i + 1;
-  OpenedTitle t(FileWith(tracks));
+  OpenedTitle t(FileWith({AudioTrack(1), VideoTrack(2), AudioTrack(3)}));
   ASSERT_EQ(t.control.streamCount(), 2u);
   EXPECT_EQ(static_cast<ImageProperties*>(t.opened(0)->properties())->width, 0u);
   EXPECT_STREQ(t.control.stream(0)->format()->code, "");
@@ -160,17 +146,16 @@ TEST(StreamCoreTest, PixelAspectRatio) {
   Track asp = VideoTrack(1, "V_MPEG4/ISO/ASP");
   asp.width = asp.height = 0;
   asp.codec_private = Bytes{0, 0, 1, 0, 0, 0, 1, 0x20, 0x00, 0x8C, 0, 0};
-  struct Case {
+  const struct {
     std::string path;
     uint32_t x, y;
   } cases[] = {{MediaPath("mpeg4_aac"), 12, 11},
-               {FileWith({asp, A()}), 10, 11},
+               {FileWith({asp, AudioTrack()}), 10, 11},
                {MediaPath("h264_aac"), 1, 1}};
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     OpenedTitle t(c.path);
     auto* image = static_cast<ImageProperties*>(t.control.stream(0)->properties());
-    EXPECT_EQ(image->aspectX, c.x) << c.path;
-    EXPECT_EQ(image->aspectY, c.y) << c.path;
+    EXPECT_EQ(image->aspectX * 100 + image->aspectY, c.x * 100 + c.y) << c.path;
   }
 }
 

@@ -19,10 +19,11 @@ namespace mkvtest {
 class FakeControl : public KVL::ControlInterface {
  public:
   using Held = std::vector<std::unique_ptr<KVL::StreamInterface>>;
+  using Text = KVL::vorq_string<char>;
 
   unsigned long long createUID() override { return nextUID_++; }
-  KVL::vorq_string<char> getDefaultAudioLanguage() override { return Language("Audio"); }
-  KVL::vorq_string<char> getDefaultSubtitleLanguage() override { return Language("Subtitle"); }
+  Text getDefaultAudioLanguage() override { return calls.push_back("audioLanguage"), Text("en"); }
+  Text getDefaultSubtitleLanguage() override { return calls.push_back("subtitleLanguage"), Text("en"); }
   int32_t getCurrentTime(int32_t) override { return currentTime; }
   int getPlaybackState() override { return 0; }
   KVL::DataNotReadySink* getDataNotReadySink() override { return nullptr; }
@@ -32,8 +33,7 @@ class FakeControl : public KVL::ControlInterface {
     return held == held_.end() ? nullptr : held->get();
   }
   int requestOpenTitle(unsigned long long uid) override {
-    Find("requestOpenTitle", uid);
-    return container ? container->openTitle(uid) : -1;
+    return Find("requestOpenTitle", uid), container ? container->openTitle(uid) : -1;
   }
   int titleClosed(unsigned long long uid) override { return Find("titleClosed", uid), 0; }
   int seekToTime(uint32_t time, KVL::SeekRequest request) override {
@@ -67,10 +67,6 @@ class FakeControl : public KVL::ControlInterface {
   int enableResult = 0;
 
  private:
-  KVL::vorq_string<char> Language(const std::string& kind) {
-    calls.push_back("getDefault" + kind + "Language");
-    return KVL::vorq_string<char>("en");
-  }
   // Notes "call uid"; the place of the stream of `uid`, or the end.
   Held::iterator Find(const std::string& call, unsigned long long uid) {
     calls.push_back(call + " " + std::to_string(uid));

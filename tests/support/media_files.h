@@ -27,9 +27,6 @@ struct Packet {
 // The packet list of a media file by base name; empty if it is missing.
 std::vector<Packet> ReadPackets(const std::string& name);
 
-// MD5 of the bytes as lower-case hex, to compare with Packet::md5.
-std::string Md5Hex(const void* data, size_t size);
-
 }  // namespace mkvtest
 
 #endif  // MKVSOURCE_TESTS_SUPPORT_MEDIA_FILES_H_

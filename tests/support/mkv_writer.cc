@@ -81,14 +81,12 @@ Track VideoTrack(uint64_t number, std::optional<std::string> codec) {
   return track;
 }
 
-Track AudioTrack(uint64_t number, std::optional<std::string> codec, double rate,
-                 uint64_t channels) {
-  Track track;
-  track.number = number;
+Track AudioTrack(uint64_t number, std::optional<std::string> codec) {
+  Track track = VideoTrack(number, std::move(codec));
   track.type = 2;
-  track.codec_id = std::move(codec);
-  track.rate = rate;
-  track.channels = channels;
+  track.width = track.height = 0;
+  track.rate = 48000;
+  track.channels = 2;
   return track;
 }
 
@@ -112,8 +110,6 @@ Bytes Serialize(const MkvFile& file) {
   Put(&out, 0x18538067, segment);
   return out;
 }
-
-std::string WriteMkv(const MkvFile& file) { return WriteTemp(Serialize(file)); }
 
 Bytes Payload(size_t size, uint8_t first) {
   Bytes payload(size);

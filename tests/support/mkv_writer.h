@@ -1,9 +1,5 @@
 // A Matroska writer for layouts that no muxer makes: blocks of unknown
 // tracks, clusters out of order, tracks without codec, size or duration.
-// It writes exactly what it is given.
-//
-//   MkvFile file{{VideoTrack()}, {Cluster{1000, {Block{1, 0, true, {Payload(8)}}}}}};
-//   std::string path = WriteMkv(file);
 #ifndef MKVSOURCE_TESTS_SUPPORT_MKV_WRITER_H_
 #define MKVSOURCE_TESTS_SUPPORT_MKV_WRITER_H_
 
@@ -17,8 +13,8 @@
 
 namespace mkvtest {
 
-// One TrackEntry; absent optionals and zero sizes are not written. Video
-// tracks (type 1) get a Video element, audio tracks (type 2) an Audio one.
+// One TrackEntry; absent optionals and zeros are not written. A video
+// track (type 1) gets a Video element, an audio track (type 2) an Audio one.
 struct Track {
   uint64_t number = 1;
   uint64_t type = 1;
@@ -26,18 +22,17 @@ struct Track {
   std::optional<Bytes> codec_private;
   std::optional<uint64_t> default_duration;  // nanoseconds
   std::optional<std::string> name;
-  uint64_t width = 0, height = 0;
+  uint64_t width = 0, height = 0, channels = 0;
   double rate = 0;
-  uint64_t channels = 0;
 };
+// 64x48 video; audio of 48 kHz, 2 channels.
 Track VideoTrack(uint64_t number = 1, std::optional<std::string> codec = "V_MPEG4/ISO/AVC");
-Track AudioTrack(uint64_t number = 2, std::optional<std::string> codec = "A_AAC",
-                 double rate = 48000, uint64_t channels = 2);
+Track AudioTrack(uint64_t number = 2, std::optional<std::string> codec = "A_AAC");
 
-// A SimpleBlock; several frames are laced with fixed sizes, so they must
-// be of one size.
+// A SimpleBlock; several frames are laced with fixed sizes, so they must be
+// of one size.
 struct Block {
-  uint64_t track = 1;  // any number, also one that no track has
+  uint64_t track = 1;  // also one that no track has
   int16_t time = 0;    // relative to the cluster's
   bool key = true;
   std::vector<Bytes> frames;
@@ -54,13 +49,13 @@ struct MkvFile {
       : tracks(std::move(tracks)), clusters(std::move(clusters)), scale(scale), duration(duration) {}
   std::vector<Track> tracks;
   std::vector<Cluster> clusters;
-  uint64_t scale = 1000000;         // TimecodeScale, ns a tick
+  uint64_t scale;                  // TimecodeScale, ns a tick
   std::optional<double> duration;  // ticks
 };
 
 Bytes Serialize(const MkvFile& file);
 // Serializes to a new temporary file; returns its path.
-std::string WriteMkv(const MkvFile& file);
+inline std::string WriteMkv(const MkvFile& file) { return WriteTemp(Serialize(file)); }
 
 // `size` bytes counting up from `first`, so that frames of other seeds differ.
 Bytes Payload(size_t size, uint8_t first = 0);

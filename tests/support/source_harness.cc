@@ -5,7 +5,6 @@
 #include <cstdio>
 
 #include "plugin/kvl/buffer_allocator.h"
-#include "tests/support/media_files.h"
 
 namespace mkvtest {
 
@@ -69,15 +68,6 @@ std::vector<Chunk> ReadChunks(KVL::StreamInterface* stream, size_t limit, int* l
     chunk->allocator().freeBuffer(chunk);
   }
   return chunks;
-}
-
-std::string Describe(const std::vector<Chunk>& chunks) {
-  std::string text;
-  for (const Chunk& chunk : chunks) {
-    text += std::to_string(chunk.start) + "+" + std::to_string(chunk.duration) + " " +
-            Md5Hex(chunk.bytes.data(), chunk.bytes.size()) + "\n";
-  }
-  return text;
 }
 
 std::string OutputOf(int fd, const std::function<void()>& run) {

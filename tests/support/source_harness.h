@@ -27,7 +27,7 @@ struct SourceHarness {
   SourceHarness();
   ~SourceHarness();  // closes a session nobody opened
 
-  // canPlay() of `path`; the session goes to `session`.
+  // canPlay() of `path`, with the session to `session`.
   bool Probe(const std::string& path);
   // Probes and opens `path`, notes its title and opens that unless told
   // not to; the engine's calls so far are forgotten. False if a step fails.
@@ -64,15 +64,18 @@ struct Chunk {
   uint32_t start = 0;
   uint32_t duration = 0;
   std::string bytes;
+  bool operator==(const Chunk& o) const {
+    return start == o.start && duration == o.duration && bytes == o.bytes;
+  }
 };
+inline void PrintTo(const Chunk& chunk, std::ostream* out) {
+  *out << chunk.start << "+" << chunk.duration << " (" << chunk.bytes.size() << " bytes)";
+}
 
 // Reads up to `limit` chunks, stopping at the first call without one; the
 // result of that last call goes to `*last` if given.
 std::vector<Chunk> ReadChunks(KVL::StreamInterface* stream, size_t limit = SIZE_MAX,
                               int* last = nullptr);
-
-// One line "start+duration md5" per chunk, for comparing lists.
-std::string Describe(const std::vector<Chunk>& chunks);
 
 // What `run` writes to the file descriptor `fd`: 1 for the plug-in's
 // lines, 2 for the engine's log.
