@@ -1,6 +1,5 @@
-#include "plugin/mkv_source.h"
-
 #include "gtest/gtest.h"
+#include "plugin/mkv_source.h"
 
 namespace KVL {
 namespace {
@@ -11,14 +10,15 @@ TEST(MKVSourceShell, AnswersOnlyTheContainerAndInspectorNames) {
   const struct {
     const char* name;
     void* expected;
-  } cases[] = {{"com.vorq.streamengine.interface.container", static_cast<ContainerInterface*>(&source)},
-               {"com.vorq.streamengine.interface.fileInspector",
-                static_cast<FileInspectorInterface*>(&source)},
-               {"com.vorq.streamengine.interface.media", nullptr},
-               {"COM.VORQ.STREAMENGINE.INTERFACE.CONTAINER", nullptr},
-               {"com.vorq.streamengine.interface.container ", nullptr},
-               {"", nullptr},
-               {nullptr, nullptr}};
+  } cases[] = {
+      {"com.vorq.streamengine.interface.container", static_cast<ContainerInterface*>(&source)},
+      {"com.vorq.streamengine.interface.fileInspector",
+       static_cast<FileInspectorInterface*>(&source)},
+      {"com.vorq.streamengine.interface.media", nullptr},
+      {"COM.VORQ.STREAMENGINE.INTERFACE.CONTAINER", nullptr},
+      {"com.vorq.streamengine.interface.container ", nullptr},
+      {"", nullptr},
+      {nullptr, nullptr}};
   for (const auto& c : cases) {
     void* result = &source;
     EXPECT_EQ(c.expected ? 0 : 3, source.getInterface(vorq_string<char>(c.name), &result));

@@ -49,11 +49,18 @@ TEST_F(MkvReaderTest, ReadResults) {
     long long position;
     long length;
     int result;
-  } cases[] = {{0, 0, 0},  {kFileBytes + 10, 0, 0}, {-1, 4, -1}, {0, -1, -1}, {kFileBytes, 1, -1},
-               {0, 16, 0}, {kFileBytes - 16, 16, 0}, {MkvReader::kWindowBytes - 3, 6, 0},
+  } cases[] = {{0, 0, 0},
+               {kFileBytes + 10, 0, 0},
+               {-1, 4, -1},
+               {0, -1, -1},
+               {kFileBytes, 1, -1},
+               {0, 16, 0},
+               {kFileBytes - 16, 16, 0},
+               {MkvReader::kWindowBytes - 3, 6, 0},
                {1000, MkvReader::kWindowBytes + 5, 0}};
   for (const auto& c : cases) {
-    EXPECT_TRUE(ReadsPattern(reader_, c.position, c.length, c.result)) << c.position << "+" << c.length;
+    EXPECT_TRUE(ReadsPattern(reader_, c.position, c.length, c.result))
+        << c.position << "+" << c.length;
   }
   EXPECT_TRUE(ReadsPattern(reader_, kFileBytes - 8, 32, -1, 8));
   long long position = 17;

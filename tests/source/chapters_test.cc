@@ -35,8 +35,8 @@ class ChaptersTest : public SourceTest {
  protected:
   // Opens a file whose Duration is `nanoseconds` at a scale of 1 ns, or none.
   void OpenLasting(std::optional<double> nanoseconds) {
-    const MkvFile file{{VideoTrack()}, {Cluster{0, {Block{1, 0, true, {Payload(8)}}}}}, 1,
-                       nanoseconds};
+    const MkvFile file{
+        {VideoTrack()}, {Cluster{0, {Block{1, 0, true, {Payload(8)}}}}}, 1, nanoseconds};
     lines = OutputOf(1, [&] { ASSERT_TRUE(Open(WriteMkv(file), false)); });
     chapters = Uids(source->getChapters(titleUID));
   }
@@ -57,7 +57,8 @@ TEST_F(ChaptersTest, PublishedInUidOrderWithEngineTimes) {
   EXPECT_EQ(chapters, Uids(source->getChapters(0)));
   EXPECT_TRUE(Uids(source->getChapters(999)).empty());
   EXPECT_EQ(0u, source->getTitleName(titleUID).length() + source->getTitleName(999).length());
-  EXPECT_EQ(0u, source->getChapterName(chapters[0]).length() + source->getChapterName(999).length());
+  EXPECT_EQ(0u,
+            source->getChapterName(chapters[0]).length() + source->getChapterName(999).length());
   EXPECT_EQ(0, lines.find("AutoChapter start: 0 end: 100000000\n"));
   EXPECT_EQ(0u, source->getChapterStartTime(chapters[0]));
   EXPECT_EQ(10000u, source->getChapterEndTime(chapters[0]));

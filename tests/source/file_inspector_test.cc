@@ -7,7 +7,9 @@ namespace {
 
 class InspectorTest : public SourceTest {
  protected:
-  unsigned int OpenFile(const std::string& uri) { return source->openFile(SourceOf(uri)->getUri()); }
+  unsigned int OpenFile(const std::string& uri) {
+    return source->openFile(SourceOf(uri)->getUri());
+  }
   // getSize's answer, or `before` where it leaves the value alone.
   unsigned long long Size(unsigned long long before = 99) {
     EXPECT_EQ(0, source->getSize(before));

@@ -73,7 +73,8 @@ TEST(ReadPathTest, TimesInTicksOfTheTimecodeScale) {
                {100000, 40000000, 20000, 400, 20400, 400},
                {1000000, std::nullopt, 500, 7, 507, 0}};
   for (const Case& c : cases) {
-    MkvFile file{{VideoTrack()}, {Cluster{c.cluster, {B(1, c.block, true, {Payload(4)})}}}, c.scale};
+    MkvFile file{
+        {VideoTrack()}, {Cluster{c.cluster, {B(1, c.block, true, {Payload(4)})}}}, c.scale};
     file.tracks[0].default_duration = c.defaultDuration;
     file.clusters[0].blocks.push_back(file.clusters[0].blocks[0]);
     OpenedTitle t(WriteMkv(file));

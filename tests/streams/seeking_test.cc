@@ -40,20 +40,21 @@ TEST(SeekingTest, VideoSeeksLandAtClusterStarts) {
   struct Case {
     unsigned int time, landing, before;
     size_t read;  // chunks to read after the seek; 200 reads to the end
-  } cases[] = {{1500, 929, 25, 200}, {0, 23, 0, 5},        {2500, 1857, 48, 5},
-               {500, 23, 0, 200},    {2800, 1857, 48, 200}, {4900, 3854, 98, 5},
+  } cases[] = {{1500, 929, 25, 200},       {0, 23, 0, 5},         {2500, 1857, 48, 5},
+               {500, 23, 0, 200},          {2800, 1857, 48, 200}, {4900, 3854, 98, 5},
                {0xFFFFFFFF, 3854, 98, 200}};
   for (const Case& c : cases) {
     const Seek seek = SeekOf(stream, c.time, c.time % 2 == 0);
     EXPECT_EQ(seek.result, 0);
     EXPECT_EQ(seek.actual, c.landing);
     EXPECT_EQ(seek.lines, "Reset Video Stream 0\nVideo Stream 0: seeked to " +
-                              std::to_string(c.landing) + " (requested time: " +
-                              std::to_string(c.time) + ")\n");
+                              std::to_string(c.landing) +
+                              " (requested time: " + std::to_string(c.time) + ")\n");
     EXPECT_FALSE(stream->isEOS());
     const size_t end = std::min(all.size(), c.before + c.read);
     EXPECT_EQ(ReadChunks(stream, c.read),
-              std::vector<Chunk>(all.begin() + c.before, all.begin() + end)) << c.time;
+              std::vector<Chunk>(all.begin() + c.before, all.begin() + end))
+        << c.time;
   }
 }
 
@@ -64,17 +65,20 @@ Block A(int16_t time) { return Block{2, time, true, {Payload(3)}}; }
 // on from the parser's entry; a stream that has delivered a frame has used
 // up a single-frame landing block.
 TEST(SeekingTest, AudioSeekReportsTheRequestedTime) {
-  OpenedTitle t(WriteAv({Cluster{0, {V(0, true), A(0), A(500)}},
-                         Cluster{1000, {V(0, true), A(0), A(500)}},
-                         Cluster{2000, {V(0, true), A(0), A(500)}}}));
+  OpenedTitle t(
+      WriteAv({Cluster{0, {V(0, true), A(0), A(500)}}, Cluster{1000, {V(0, true), A(0), A(500)}},
+               Cluster{2000, {V(0, true), A(0), A(500)}}}));
   KVL::StreamInterface* stream = t.opened(1);
   struct Case {
     unsigned int time;
     bool exact;
     unsigned int reported;
     int64_t next;
-  } cases[] = {{1600, true, 1600, 1000}, {1000, false, 1001, 1500}, {0, true, 0, 500},
-               {0, false, 1, 500},       {9000, true, 9000, 2500}};
+  } cases[] = {{1600, true, 1600, 1000},
+               {1000, false, 1001, 1500},
+               {0, true, 0, 500},
+               {0, false, 1, 500},
+               {9000, true, 9000, 2500}};
   for (const Case& c : cases) {
     const Seek seek = SeekOf(stream, c.time, c.exact);
     const std::string at = std::to_string(c.reported);
@@ -97,8 +101,10 @@ TEST(SeekingTest, SyncPointsResetAndScan) {
     int direction;
     unsigned int time;
     std::string out;
-  } cases[] = {{1, 5000, prefix + "forward)\n"}, {-1, 5000, prefix + "backward)\n"},
-               {0, 5000, prefix + "backward)\n"}, {1, 0, "Video Stream 0: assumed zero sync point\n"}};
+  } cases[] = {{1, 5000, prefix + "forward)\n"},
+               {-1, 5000, prefix + "backward)\n"},
+               {0, 5000, prefix + "backward)\n"},
+               {1, 0, "Video Stream 0: assumed zero sync point\n"}};
   for (const Case& c : cases) {
     unsigned int point = 1;
     EXPECT_EQ(OutputOf(1, [&] { EXPECT_EQ(video->getSyncPoint(c.direction, c.time, &point), 0); }),
@@ -131,13 +137,17 @@ TEST(SeekingTest, WhereReadingGoesOnAfterASeek) {
     std::vector<Cluster> clusters;
     std::vector<std::vector<int64_t>> rows;
   } cases[] = {
-      {{Cluster{0, {V(0, true), A(0)}}, Cluster{1000, {V(0, false), A(10), V(20, true), V(60, false)}}},
+      {{Cluster{0, {V(0, true), A(0)}},
+        Cluster{1000, {V(0, false), A(10), V(20, true), V(60, false)}}},
        {{1050, 1000, 1020, 1010}}},
       {{Cluster{0, {V(0, true), A(0)}}, Cluster{1000, {A(0), V(10, false), V(20, true)}}},
        {{1050, 1000, 1010, 1000}}},
       {{Cluster{0, {V(0, false)}}, Cluster{1000, {V(0, false)}}}, {{500, -1, -1, -1}}},
       {{Cluster{100, {A(-100), V(0, true)}}, Cluster{1100, {V(0, true), A(0)}}},
-       {{0, 100, 100, 0}, {1, 100, 100, 1100}, {99, 100, 100, 1100}, {1500, 1100, 1100, -1},
+       {{0, 100, 100, 0},
+        {1, 100, 100, 1100},
+        {99, 100, 100, 1100},
+        {1100, 1100, 1100, -1},
         {2500, 1100, 1100, -1}}},
       {{Cluster{0, {V(0, true), A(0)}}, Cluster{2000, {V(0, true), A(0)}},
         Cluster{1000, {V(0, true), A(0)}}},

@@ -30,8 +30,11 @@ TEST(StreamCoreTest, CodecDataIsHandedOverOnce) {
     std::optional<Bytes> codecPrivate;
     size_t stream;
     const char* tag;
-  } cases[] = {{std::nullopt, 0, nullptr}, {Bytes{}, 1, nullptr}, {Bytes{1, 2, 3}, 0, "VID "},
-               {Bytes{9}, 1, "AUD "}, {Bytes(1 << 22, 7), 0, "VID "}};
+  } cases[] = {{std::nullopt, 0, nullptr},
+               {Bytes{}, 1, nullptr},
+               {Bytes{1, 2, 3}, 0, "VID "},
+               {Bytes{9}, 1, "AUD "},
+               {Bytes(1 << 22, 7), 0, "VID "}};
   for (const auto& c : cases) {
     std::vector<Track> tracks = {VideoTrack(), AudioTrack()};
     tracks[c.stream].codec_private = c.codecPrivate;
@@ -85,8 +88,11 @@ TEST(StreamCoreTest, VideoFormats) {
   const struct {
     std::optional<std::string> codec;
     const char* code;
-  } cases[] = {{"V_MPEG4/ISO/AVC", "H264"}, {"V_MPEGH/ISO/HEVC", "H265"},
-               {"V_MPEG4/ISO/HEVC", "H265"}, {"V_MPEG4/ISO/AVCX", ""}, {std::nullopt, ""}};
+  } cases[] = {{"V_MPEG4/ISO/AVC", "H264"},
+               {"V_MPEGH/ISO/HEVC", "H265"},
+               {"V_MPEG4/ISO/HEVC", "H265"},
+               {"V_MPEG4/ISO/AVCX", ""},
+               {std::nullopt, ""}};
   for (const auto& c : cases) {
     const std::string path = FileWith({VideoTrack(1, c.codec), AudioTrack()});
     std::unique_ptr<OpenedTitle> t;
@@ -97,7 +103,9 @@ TEST(StreamCoreTest, VideoFormats) {
     EXPECT_EQ(stream->format()->mediaType, 1u);
     const std::string line = "Unknown CodecID:" + c.codec.value_or("") + "\n";
     const bool unknown = *c.code == 0 && c.codec;  // the probe says so too
-    EXPECT_EQ(log, unknown ? "[MKVSource] canPlay:356: " + line + "[MKVSource] VideoStream:1726: " + line : "");
+    EXPECT_EQ(log,
+              unknown ? "[MKVSource] canPlay:356: " + line + "[MKVSource] VideoStream:1726: " + line
+                      : "");
     auto* image = static_cast<ImageProperties*>(stream->properties());
     EXPECT_EQ(image->width * 1000 + image->height, 64048u);
   }

@@ -23,7 +23,9 @@ class FakeControl : public KVL::ControlInterface {
 
   unsigned long long createUID() override { return nextUID_++; }
   Text getDefaultAudioLanguage() override { return calls.push_back("audioLanguage"), Text("en"); }
-  Text getDefaultSubtitleLanguage() override { return calls.push_back("subtitleLanguage"), Text("en"); }
+  Text getDefaultSubtitleLanguage() override {
+    return calls.push_back("subtitleLanguage"), Text("en");
+  }
   int32_t getCurrentTime(int32_t) override { return currentTime; }
   int getPlaybackState() override { return 0; }
   KVL::DataNotReadySink* getDataNotReadySink() override { return nullptr; }

@@ -31,7 +31,8 @@ std::string NewTempPath(const std::string& suffix) {
 std::string WriteTemp(const Bytes& bytes, const std::string& suffix) {
   const std::string path = NewTempPath(suffix);
   std::ofstream(path, std::ios::binary)
-      .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+      .write(reinterpret_cast<const char*>(bytes.data()),
+             static_cast<std::streamsize>(bytes.size()));
   return path;
 }
 
