@@ -104,14 +104,15 @@ void BM_ReadEveryFrame(benchmark::State& state) {
     QuietStdout quiet;
     mkvtest::FakeControl control;
     KVL::MKVSource source(nullptr);
-    control.setContainer(&source);
+    control.container = &source;
     source.init(&control, 1);
     void* session = nullptr;
     source.canPlay(*media, nullptr, &session, nullptr);
     source.open(session);
     source.playFirstTitle();
     int64_t bytes = 0;
-    for (KVL::StreamInterface* stream : control.streams()) {
+    for (size_t i = 0; i < control.streamCount(); ++i) {
+      KVL::StreamInterface* stream = control.stream(i);
       stream->openStream(nullptr);
       KVL::MediaChunk* chunk = nullptr;
       while (stream->readStream(&chunk) == 0 && chunk) {

@@ -2,13 +2,11 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <optional>
-#include <string>
 
 #include "plugin/kvl/media_buffer.h"
 #include "plugin/kvl/properties.h"
-#include "tests/support/source_harness.h"
 #include "tests/support/media_files.h"
+#include "tests/support/source_harness.h"
 
 namespace mkvtest {
 namespace {
@@ -16,117 +14,106 @@ namespace {
 using KVL::AudioProperties;
 using KVL::ImageProperties;
 
-Track V(std::optional<std::string> codec = "V_MPEG4/ISO/AVC") {
-  Track track = Track::Video(1, "", 640, 360);
-  track.codec_id = codec;
-  return track;
-}
-Track A(std::optional<std::string> codec = "A_AAC", double rate = 48000, uint64_t channels = 2) {
-  Track track = Track::Audio(2, "", rate, channels);
-  track.codec_id = codec;
-  return track;
-}
-std::string FileWith(std::vector<Track> tracks) {
-  return WriteAv({Cluster{0, {SimpleBlock(1, 0, true, {Payload(8)})}}}, std::move(tracks));
-}
+const Cluster kOneFrame{0, {Block{1, 0, true, {Payload(8)}}}};
+std::string FileWith(std::vector<Track> tracks) { return WriteAv({kOneFrame}, std::move(tracks)); }
 uint32_t AudioTag(KVL::StreamInterface* stream) {
   uint32_t tag;
   std::memcpy(&tag, stream->format()->code, sizeof(tag));
   return tag;
 }
 
+// Codec private data goes out once, whole (4 MiB too), tagged by kind;
+// none or an empty one gives nothing. What nobody took goes with a second
+// open or with the stream.
 TEST(StreamCoreTest, CodecDataIsHandedOverOnce) {
-  struct Case {
+  const struct {
     std::optional<Bytes> codecPrivate;
     size_t stream;
     const char* tag;
-    uint32_t mediaType;
-  } cases[] = {{std::nullopt, 0, nullptr, 0}, {Bytes{}, 1, nullptr, 0},
-               {Bytes{1, 2, 3}, 0, "VID ", 1}, {Bytes{9}, 1, "AUD ", 2},
-               {Bytes(1 << 22, 7), 0, "VID ", 1}};
-  for (const Case& c : cases) {
-    std::vector<Track> tracks = {V(), A()};
+  } cases[] = {{std::nullopt, 0, nullptr},
+               {Bytes{}, 1, nullptr},
+               {Bytes{1, 2, 3}, 0, "VID "},
+               {Bytes{9}, 1, "AUD "},
+               {Bytes(1 << 22, 7), 0, "VID "}};
+  for (const auto& c : cases) {
+    std::vector<Track> tracks = {VideoTrack(), AudioTrack()};
     tracks[c.stream].codec_private = c.codecPrivate;
     OpenedTitle t(FileWith(tracks));
     KVL::StreamInterface* stream = t.opened(c.stream);
     KVL::List<KVL::TypedMediaBuffer*> list;
     ASSERT_EQ(stream->getCodecData(&list), c.tag != nullptr);
     EXPECT_FALSE(stream->getCodecData(&list));
-    EXPECT_EQ(stream->closeStream(), 0);
-    EXPECT_EQ(stream->closeStream(), 0);
+    EXPECT_EQ(stream->closeStream() + stream->closeStream(), 0);
     ASSERT_EQ(list.count(), c.tag ? 1u : 0u);
     if (!c.tag) continue;
     KVL::TypedMediaBuffer* buffer = list.head()->value;
     EXPECT_STREQ(buffer->tag, c.tag);
-    EXPECT_EQ(buffer->mediaType, c.mediaType);
+    EXPECT_EQ(buffer->mediaType, c.stream + 1);
     auto* payload = static_cast<uint8_t*>(buffer->lock());
     EXPECT_EQ(Bytes(payload, payload + buffer->chunkSize()), *c.codecPrivate);
     std::free(payload);
     buffer->unlock();
     delete buffer;
   }
-  // Codec data nobody took goes with a second open and with the stream.
-  std::vector<Track> tracks = {V(), A()};
+  std::vector<Track> tracks = {VideoTrack(), AudioTrack()};
   tracks[0].codec_private = Bytes{1, 2};
   OpenedTitle t(FileWith(tracks));
   t.opened(0);
   t.opened(0);
 }
 
+// The segment's duration in ticks; without Duration, 0.
 TEST(StreamCoreTest, InfoAndDuration) {
-  std::vector<Track> tracks = {V(), A()};
-  tracks[1].name = "Commentary";
-  MkvFile file;
-  file.tracks = tracks;
-  file.clusters = {Cluster{0, {SimpleBlock(1, 0, true, {Payload(8)})}}};
-  file.info.duration = 5000;
-  OpenedTitle t(WriteTemp(file));
-  EXPECT_EQ(t.control.streams()[0]->info(nullptr, nullptr, nullptr, nullptr), 1);
+  MkvFile file{{VideoTrack(), AudioTrack()}, {kOneFrame}, 1000000, 5000};
+  file.tracks[1].name = "Commentary";
+  OpenedTitle t(WriteMkv(file));
+  EXPECT_EQ(t.control.stream(0)->info(nullptr, nullptr, nullptr, nullptr), 1);
   for (unsigned i = 0; i < 2; ++i) {
     KVL::vorq_string<unsigned char> name;
     KVL::vorq_string<char> language, country;
     unsigned int type = 99;
-    EXPECT_EQ(t.control.streams()[i]->info(&name, &language, &country, &type), 1);
-    const std::basic_string<unsigned char> text = name.toStlString();
-    EXPECT_EQ(std::string(text.begin(), text.end()), i == 0 ? "" : "Commentary");
-    EXPECT_EQ(language.toStlString(), "en");
-    EXPECT_EQ(country.toStlString(), "us");
-    EXPECT_EQ(type, i == 0 ? 0u : 2u);
-    EXPECT_EQ(t.control.streams()[i]->duration(), 5000u);
+    EXPECT_EQ(t.control.stream(i)->info(&name, &language, &country, &type), 1);
+    EXPECT_EQ(Text(name), i == 0 ? "" : "Commentary");
+    EXPECT_EQ(language.toStlString() + country.toStlString(), "enus");
+    EXPECT_EQ(type, i * 2);
+    EXPECT_EQ(t.control.stream(i)->duration(), 5000u);
   }
-  file.info = Info{100000, 123456};  // ticks of 100 us
-  EXPECT_EQ(OpenedTitle(WriteTemp(file)).control.streams()[1]->duration(), 123456u);
-  EXPECT_EQ(OpenedTitle(FileWith(tracks)).control.streams()[0]->duration(), 0u);  // no Duration
+  file.scale = 100000;  // ticks of 100 us
+  file.duration = 123456;
+  EXPECT_EQ(OpenedTitle(WriteMkv(file)).control.stream(1)->duration(), 123456u);
+  EXPECT_EQ(OpenedTitle(FileWith(file.tracks)).control.stream(0)->duration(), 0u);
 }
 
 TEST(StreamCoreTest, VideoFormats) {
-  struct Case {
+  const struct {
     std::optional<std::string> codec;
     const char* code;
-    bool logged;
-  } cases[] = {{"V_MPEG4/ISO/AVC", "H264", false}, {"V_MPEGH/ISO/HEVC", "H265", false},
-               {"V_MPEG4/ISO/HEVC", "H265", false}, {"V_MPEG4/ISO/AVCX", "", true},
-               {"v_mpeg4/iso/avc", "", true},       {"V_MS/VFW/FOURCC", "", true},
-               {std::nullopt, "", false}};
-  for (const Case& c : cases) {
-    const std::string path = FileWith({V(c.codec), A()});
-    testing::internal::CaptureStderr();
-    OpenedTitle t(path);
-    const std::string log = testing::internal::GetCapturedStderr();
-    ASSERT_TRUE(t.ok);
-    KVL::StreamInterface* stream = t.control.streams()[0];
+  } cases[] = {{"V_MPEG4/ISO/AVC", "H264"},
+               {"V_MPEGH/ISO/HEVC", "H265"},
+               {"V_MPEG4/ISO/HEVC", "H265"},
+               {"V_MPEG4/ISO/AVCX", ""},
+               {std::nullopt, ""}};
+  for (const auto& c : cases) {
+    const std::string path = FileWith({VideoTrack(1, c.codec), AudioTrack()});
+    std::unique_ptr<OpenedTitle> t;
+    const std::string log = OutputOf(2, [&] { t = std::make_unique<OpenedTitle>(path); });
+    ASSERT_TRUE(t->ok);
+    KVL::StreamInterface* stream = t->control.stream(0);
     EXPECT_STREQ(stream->format()->code, c.code);
     EXPECT_EQ(stream->format()->mediaType, 1u);
-    const std::string line = "VideoStream:1726: Unknown CodecID:" + c.codec.value_or("") + "\n";
-    EXPECT_EQ(log.find(line) != std::string::npos, c.logged) << log;
-    EXPECT_EQ(log.find("VideoStream") != std::string::npos, c.logged) << log;
+    const std::string line = "Unknown CodecID:" + c.codec.value_or("") + "\n";
+    const bool unknown = *c.code == 0 && c.codec;  // the probe says so too
+    EXPECT_EQ(log,
+              unknown ? "[MKVSource] canPlay:356: " + line + "[MKVSource] VideoStream:1726: " + line
+                      : "");
     auto* image = static_cast<ImageProperties*>(stream->properties());
-    EXPECT_EQ(image->width * 1000 + image->height, 640360u);
+    EXPECT_EQ(image->width * 1000 + image->height, 64048u);
   }
 }
 
+// Rates are cut to whole numbers.
 TEST(StreamCoreTest, AudioFormats) {
-  struct Case {
+  const struct {
     std::optional<std::string> codec;
     double rate;
     uint64_t channels;
@@ -134,16 +121,18 @@ TEST(StreamCoreTest, AudioFormats) {
   } cases[] = {{"A_MPEG/L3", 44100, 2, 0x55, 44100},
                {"A_AAC", 22050.7, 6, 0xFF, 22050},
                {"A_AAC/MPEG4/LC", 48000, 1, 0xFFFFFFFF, 48000},
-               {"A_MPEG/L2", 32000, 2, 0xFFFFFFFF, 32000},
                {std::nullopt, 8000, 2, 0xFFFFFFFF, 8000}};
-  for (const Case& c : cases) {
-    OpenedTitle t(FileWith({V(), A(c.codec, c.rate, c.channels)}));
-    KVL::StreamInterface* stream = t.control.streams().at(1);
+  for (const auto& c : cases) {
+    Track audio = AudioTrack(2, c.codec);
+    audio.rate = c.rate;
+    audio.channels = c.channels;
+    OpenedTitle t(FileWith({VideoTrack(), audio}));
+    KVL::StreamInterface* stream = t.control.stream(1);
     EXPECT_EQ(AudioTag(stream), c.tag);
     EXPECT_EQ(stream->format()->mediaType, 2u);
-    auto* audio = static_cast<AudioProperties*>(stream->properties());
-    EXPECT_EQ(audio->sampleRate, c.sampleRate);
-    EXPECT_EQ(audio->channels, c.channels);
+    auto* properties = static_cast<AudioProperties*>(stream->properties());
+    EXPECT_EQ(properties->sampleRate, c.sampleRate);
+    EXPECT_EQ(properties->channels, c.channels);
   }
 }
 
@@ -151,19 +140,18 @@ TEST(StreamCoreTest, AudioFormats) {
 // audio reader at position 1 the video track. Both read the track's codec id
 // and type, neither takes the other kind's picture or sound facts.
 TEST(StreamCoreTest, ReadersOnTracksOfTheOtherKind) {
-  std::vector<Track> tracks = {A(), V(), A()};
-  for (uint64_t i = 0; i < 3; ++i) tracks[i].number = i + 1;
-  testing::internal::CaptureStderr();
-  OpenedTitle t(FileWith(tracks));
-  const std::string log = testing::internal::GetCapturedStderr();
-  ASSERT_EQ(t.control.streams().size(), 2u);
+  std::unique_ptr<OpenedTitle> t;
+  const std::string log = OutputOf(2, [&] {
+    t = std::make_unique<OpenedTitle>(FileWith({AudioTrack(1), VideoTrack(2), AudioTrack(3)}));
+  });
+  ASSERT_EQ(t->control.streamCount(), 2u);
   EXPECT_NE(log.find("VideoStream:1726: Unknown CodecID:A_AAC\n"), std::string::npos) << log;
-  EXPECT_EQ(static_cast<ImageProperties*>(t.opened(0)->properties())->width, 0u);
-  EXPECT_STREQ(t.control.streams()[0]->format()->code, "");
-  EXPECT_EQ(static_cast<AudioProperties*>(t.opened(1)->properties())->sampleRate, 0u);
-  EXPECT_EQ(AudioTag(t.control.streams()[1]), 0xFFFFFFFF);
+  EXPECT_EQ(static_cast<ImageProperties*>(t->opened(0)->properties())->width, 0u);
+  EXPECT_STREQ(t->control.stream(0)->format()->code, "");
+  EXPECT_EQ(static_cast<AudioProperties*>(t->opened(1)->properties())->sampleRate, 0u);
+  EXPECT_EQ(AudioTag(t->control.stream(1)), 0xFFFFFFFF);
   unsigned int type = 0;
-  EXPECT_EQ(t.control.streams()[1]->info(nullptr, nullptr, nullptr, &type), 1);
+  EXPECT_EQ(t->control.stream(1)->info(nullptr, nullptr, nullptr, &type), 1);
   EXPECT_EQ(type, 1u);  // the parser's kVideo
 }
 
@@ -173,22 +161,22 @@ TEST(StreamCoreTest, ReadersOnTracksOfTheOtherKind) {
 // Object Layer header of an MPEG-4 part 2 track (aspect_ratio_info 3: 10:11);
 // else nothing is known.
 TEST(StreamCoreTest, PixelAspectRatio) {
-  Track asp = Track::Video(1, "V_MPEG4/ISO/ASP", 0, 0);
-  asp.video = VideoSettings{};
+  Track asp = VideoTrack(1, "V_MPEG4/ISO/ASP");
+  asp.width = asp.height = 0;
   asp.codec_private = Bytes{0, 0, 1, 0, 0, 0, 1, 0x20, 0x00, 0x8C, 0, 0};
   Track squareAsp = asp;
-  squareAsp.video = VideoSettings{176, 144};
-  struct Case {
+  squareAsp.width = 176;
+  squareAsp.height = 144;
+  const struct {
     std::string path;
     uint32_t x, y;
-  } cases[] = {{MediaPath("mpeg4_aac"), 12, 11},     {MediaPath("h264_mp3_wide_pixels"), 2, 1},
-               {FileWith({asp, A()}), 10, 11},       {FileWith({squareAsp, A()}), 10, 11},
+  } cases[] = {{MediaPath("mpeg4_aac"), 12, 11}, {MediaPath("h264_mp3_wide_pixels"), 2, 1},
+               {FileWith({asp, AudioTrack()}), 10, 11}, {FileWith({squareAsp, AudioTrack()}), 10, 11},
                {MediaPath("h264_mp3_laced"), 0, 0}, {MediaPath("h264_aac"), 0, 0}};
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     OpenedTitle t(c.path);
-    auto* image = static_cast<ImageProperties*>(t.control.streams().at(0)->properties());
-    EXPECT_EQ(image->aspectX, c.x) << c.path;
-    EXPECT_EQ(image->aspectY, c.y) << c.path;
+    auto* image = static_cast<ImageProperties*>(t.control.stream(0)->properties());
+    EXPECT_EQ(image->aspectX * 100 + image->aspectY, c.x * 100 + c.y) << c.path;
   }
 }
 

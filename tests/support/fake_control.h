@@ -1,11 +1,11 @@
-// An engine's control object for tests: it counts UIDs from 1, keeps the
-// streams it is given (it deletes them when they are removed or when it
-// goes), opens titles on its container for requestOpenTitle, and writes
-// down the calls in order.
+// An engine's control object for tests: UIDs count from 1; it owns the
+// streams it is given until they are removed, opens titles on its container
+// for requestOpenTitle, and writes down the calls in order ("addStream 12",
+// "enableStream 12 1").
 #ifndef MKVSOURCE_TESTS_SUPPORT_FAKE_CONTROL_H_
 #define MKVSOURCE_TESTS_SUPPORT_FAKE_CONTROL_H_
 
-#include <cstdint>
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,40 +18,66 @@ namespace mkvtest {
 
 class FakeControl : public KVL::ControlInterface {
  public:
-  void setContainer(KVL::ContainerInterface* container) { container_ = container; }
+  using Held = std::vector<std::unique_ptr<KVL::StreamInterface>>;
+  using Text = KVL::vorq_string<char>;
 
   unsigned long long createUID() override { return nextUID_++; }
-  KVL::vorq_string<char> getDefaultAudioLanguage() override;
-  KVL::vorq_string<char> getDefaultSubtitleLanguage() override;
+  Text getDefaultAudioLanguage() override { return calls.push_back("audioLanguage"), Text("en"); }
+  Text getDefaultSubtitleLanguage() override {
+    return calls.push_back("subtitleLanguage"), Text("en");
+  }
   int32_t getCurrentTime(int32_t) override { return currentTime; }
   int getPlaybackState() override { return 0; }
   KVL::DataNotReadySink* getDataNotReadySink() override { return nullptr; }
-  int reportDataNotReady(unsigned long long uid) override;
-  KVL::StreamInterface* getStream(unsigned long long uid) override;
-  int requestOpenTitle(unsigned long long uid) override;
-  int titleClosed(unsigned long long uid) override;
-  int seekToTime(uint32_t time, KVL::SeekRequest request) override;
-  int addStream(KVL::StreamInterface* stream) override;
-  int removeStream(unsigned long long uid) override;
-  int enableStream(unsigned long long uid, int enable) override;
+  int reportDataNotReady(unsigned long long) override { return 0; }
+  KVL::StreamInterface* getStream(unsigned long long uid) override {
+    const auto held = Find("getStream", uid);
+    return held == held_.end() ? nullptr : held->get();
+  }
+  int requestOpenTitle(unsigned long long uid) override {
+    return Find("requestOpenTitle", uid), container ? container->openTitle(uid) : -1;
+  }
+  int titleClosed(unsigned long long uid) override { return Find("titleClosed", uid), 0; }
+  int seekToTime(uint32_t time, KVL::SeekRequest request) override {
+    calls.push_back("seekToTime " + std::to_string(time) + " " + std::to_string(request.kind));
+    return 0;
+  }
+  int addStream(KVL::StreamInterface* stream) override {
+    Find("addStream", stream->streamUID());
+    held_.emplace_back(stream);
+    return 0;
+  }
+  int removeStream(unsigned long long uid) override {
+    const auto held = Find("removeStream", uid);
+    if (held == held_.end()) return -1;
+    held_.erase(held);
+    return 0;
+  }
+  int enableStream(unsigned long long uid, int enable) override {
+    Find("enableStream", uid);
+    calls.back() += " " + std::to_string(enable);
+    return enableResult;
+  }
 
-  // The streams held, in the order they were added.
-  std::vector<KVL::StreamInterface*> streams() const;
+  // The i-th stream held, in the order they were added.
+  KVL::StreamInterface* stream(size_t i) const { return held_.at(i).get(); }
+  size_t streamCount() const { return held_.size(); }
 
-  // The calls so far, e.g. "addStream 12", "enableStream 12 1".
+  KVL::ContainerInterface* container = nullptr;
   std::vector<std::string> calls;
   int32_t currentTime = 0;
-  int enableResult = 0;  // what enableStream() answers
-  std::vector<uint32_t> seekTimes;
+  int enableResult = 0;
 
  private:
-  // Records "call uid" and gives the place of the stream of `uid`, or end.
-  std::vector<std::unique_ptr<KVL::StreamInterface>>::iterator Record(const std::string& call,
-                                                                      unsigned long long uid);
+  // Notes "call uid"; the place of the stream of `uid`, or the end.
+  Held::iterator Find(const std::string& call, unsigned long long uid) {
+    calls.push_back(call + " " + std::to_string(uid));
+    return std::find_if(held_.begin(), held_.end(),
+                        [uid](const auto& stream) { return stream->streamUID() == uid; });
+  }
 
-  KVL::ContainerInterface* container_ = nullptr;
   unsigned long long nextUID_ = 1;
-  std::vector<std::unique_ptr<KVL::StreamInterface>> streams_;
+  Held held_;
 };
 
 }  // namespace mkvtest

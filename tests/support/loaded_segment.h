@@ -1,5 +1,4 @@
-// mkvparser over bytes in memory, for tests that parse what they wrote or
-// read a committed file whole.
+// mkvparser over bytes in memory, for tests that read a committed file whole.
 // Only targets that link `webm` may include this header.
 #ifndef MKVSOURCE_TESTS_SUPPORT_LOADED_SEGMENT_H_
 #define MKVSOURCE_TESTS_SUPPORT_LOADED_SEGMENT_H_
@@ -9,7 +8,7 @@
 #include <utility>
 
 #include "mkvparser/mkvparser.h"
-#include "tests/support/ebml_writer.h"
+#include "tests/support/temp_file.h"
 
 namespace mkvtest {
 

@@ -1,8 +1,5 @@
 #include "tests/support/media_files.h"
 
-#include <md5.h>
-
-#include <cstdlib>
 #include <fstream>
 #include <sstream>
 
@@ -16,28 +13,19 @@ std::string MediaPath(const std::string& name, const std::string& suffix) {
 std::vector<Packet> ReadPackets(const std::string& name) {
   std::vector<Packet> packets;
   std::ifstream in(MediaPath(name, ".packets.csv"));
-  std::string line;
+  std::string line, stream, pts, size, md5;
   std::getline(in, line);  // the header
+  // stream,pts,size,md5 without quoting, which is all ffprobe wrote.
   while (std::getline(in, line)) {
-    // stream,pts,size,md5 without quoting, which is all ffprobe wrote.
-    std::vector<std::string> fields;
-    std::stringstream stream(line);
-    for (std::string field; std::getline(stream, field, ',');) fields.push_back(field);
-    if (fields.size() != 4) continue;
-    Packet packet;
-    packet.stream = std::atoi(fields[0].c_str());
-    if (!fields[1].empty()) packet.pts = std::strtoll(fields[1].c_str(), nullptr, 10);
-    packet.size = std::strtoull(fields[2].c_str(), nullptr, 10);
-    packet.md5 = fields[3];
-    packets.push_back(packet);
+    std::stringstream fields(line);
+    if (!std::getline(fields, stream, ',') || !std::getline(fields, pts, ',') ||
+        !std::getline(fields, size, ',') || !std::getline(fields, md5)) {
+      continue;
+    }
+    packets.push_back({std::stoi(stream), std::nullopt, std::stoul(size), md5});
+    if (!pts.empty()) packets.back().pts = std::stoll(pts);
   }
   return packets;
-}
-
-std::string Md5Hex(const void* data, size_t size) {
-  char hex[MD5_DIGEST_STRING_LENGTH];
-  MD5Data(static_cast<const uint8_t*>(data), size, hex);
-  return hex;
 }
 
 }  // namespace mkvtest

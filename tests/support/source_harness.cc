@@ -1,7 +1,10 @@
 #include "tests/support/source_harness.h"
 
+#include <unistd.h>
+
+#include <cstdio>
+
 #include "plugin/kvl/buffer_allocator.h"
-#include "tests/support/media_files.h"
 
 namespace mkvtest {
 
@@ -18,7 +21,7 @@ std::string Text(const KVL::vorq_string<unsigned char>& text) {
 }
 
 SourceHarness::SourceHarness() : source(new KVL::MKVSource(&context)) {
-  control.setContainer(source.get());
+  control.container = source.get();
   source->init(&control, 1000);
 }
 
@@ -42,29 +45,14 @@ bool SourceHarness::Open(const std::string& path, bool openTitle) {
 }
 
 KVL::StreamInterface* SourceHarness::opened(size_t i) {
-  KVL::StreamInterface* stream = control.streams().at(i);
+  KVL::StreamInterface* stream = control.stream(i);
   stream->openStream(nullptr);
   return stream;
 }
 
 std::string WriteAv(std::vector<Cluster> clusters, std::vector<Track> tracks) {
-  MkvFile file;
-  file.tracks = tracks.empty() ? std::vector<Track>{Track::Video(1, "V_MPEG4/ISO/AVC", 64, 48),
-                                                    Track::Audio(2, "A_AAC", 48000, 2)}
-                               : std::move(tracks);
-  file.clusters = std::move(clusters);
-  return WriteTemp(file);
-}
-
-MkvFile VideoAndAudioFile() {
-  MkvFile file;
-  file.info.duration = 2000;
-  file.tracks = {Track::Video(1, "V_MPEG4/ISO/AVC", 64, 48), Track::Audio(2, "A_AAC", 48000, 2)};
-  for (uint64_t time : {0, 1000}) {
-    file.clusters.push_back(Cluster{time, {SimpleBlock(1, 0, true, {Payload(50 + time / 100)}),
-                                           SimpleBlock(2, 0, true, {Payload(20)})}});
-  }
-  return file;
+  if (tracks.empty()) tracks = {VideoTrack(), AudioTrack()};
+  return WriteMkv(MkvFile{std::move(tracks), std::move(clusters)});
 }
 
 std::vector<Chunk> ReadChunks(KVL::StreamInterface* stream, size_t limit, int* last) {
@@ -82,12 +70,19 @@ std::vector<Chunk> ReadChunks(KVL::StreamInterface* stream, size_t limit, int* l
   return chunks;
 }
 
-std::string Describe(const std::vector<Chunk>& chunks) {
+std::string OutputOf(int fd, const std::function<void()>& run) {
+  std::fflush(nullptr);
+  FILE* file = std::tmpfile();
+  const int saved = dup(fd);
+  dup2(fileno(file), fd);
+  run();
+  std::fflush(nullptr);
+  dup2(saved, fd);
+  close(saved);
   std::string text;
-  for (const Chunk& chunk : chunks) {
-    text += std::to_string(chunk.start) + "+" + std::to_string(chunk.duration) + " " +
-            Md5Hex(chunk.bytes.data(), chunk.bytes.size()) + "\n";
-  }
+  std::rewind(file);
+  for (int c; (c = std::fgetc(file)) != EOF;) text += static_cast<char>(c);
+  std::fclose(file);
   return text;
 }
 

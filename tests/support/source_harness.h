@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,7 +16,6 @@
 #include "plugin/mkv_source.h"
 #include "tests/support/fake_control.h"
 #include "tests/support/mkv_writer.h"
-#include "tests/support/temp_file.h"
 
 namespace mkvtest {
 
@@ -28,7 +27,7 @@ struct SourceHarness {
   SourceHarness();
   ~SourceHarness();  // closes a session nobody opened
 
-  // canPlay() of `path` as a file URI; the session goes to `session`.
+  // canPlay() of `path`, with the session to `session`.
   bool Probe(const std::string& path);
   // Probes and opens `path`, notes its title and opens that unless told
   // not to; the engine's calls so far are forgotten. False if a step fails.
@@ -56,33 +55,31 @@ struct OpenedTitle : SourceHarness {
   const bool ok;
 };
 
-// Video track 1 (H.264, 64x48) and audio track 2 (AAC), unless `tracks`
+// Video track 1 (H.264, 64x48) and audio track 2 (AAC) unless `tracks`
 // says otherwise, over `clusters`, written to a temporary file.
 std::string WriteAv(std::vector<Cluster> clusters, std::vector<Track> tracks = {});
-// WriteAv's tracks over two clusters of a key frame on each, lasting 2 s.
-MkvFile VideoAndAudioFile();
 
 // One chunk's content; the chunk itself went back to its allocator.
 struct Chunk {
   uint32_t start = 0;
   uint32_t duration = 0;
   std::string bytes;
+  bool operator==(const Chunk& o) const {
+    return start == o.start && duration == o.duration && bytes == o.bytes;
+  }
 };
+inline void PrintTo(const Chunk& chunk, std::ostream* out) {
+  *out << chunk.start << "+" << chunk.duration << " (" << chunk.bytes.size() << " bytes)";
+}
 
 // Reads up to `limit` chunks, stopping at the first call without one; the
 // result of that last call goes to `*last` if given.
 std::vector<Chunk> ReadChunks(KVL::StreamInterface* stream, size_t limit = SIZE_MAX,
                               int* last = nullptr);
 
-// One line "start+duration md5" per chunk, for comparing lists.
-std::string Describe(const std::vector<Chunk>& chunks);
-
-template <typename Run>
-std::string StdoutOf(Run run) {
-  testing::internal::CaptureStdout();
-  run();
-  return testing::internal::GetCapturedStdout();
-}
+// What `run` writes to the file descriptor `fd`: 1 for the plug-in's
+// lines, 2 for the engine's log.
+std::string OutputOf(int fd, const std::function<void()>& run);
 
 }  // namespace mkvtest
 

@@ -1,60 +1,39 @@
 #include "tests/support/temp_file.h"
 
-#include <atomic>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
+#include <gtest/gtest.h>
+#include <unistd.h>
 
-#include "tests/support/mkv_writer.h"
+#include <atomic>
+#include <filesystem>
+#include <fstream>
 
 namespace mkvtest {
 namespace {
 
-[[noreturn]] void Fail(const char* what, const std::string& path) {
-  std::perror((std::string(what) + " " + path).c_str());
-  std::abort();
-}
-
-class ProcessTempDir {
- public:
-  ProcessTempDir() {
-    std::string pattern =
-        (std::filesystem::temp_directory_path() / "mkvsource-test-XXXXXX").string();
-    if (!mkdtemp(pattern.data())) Fail("mkdtemp", pattern);
-    path_ = pattern;
-  }
-  ~ProcessTempDir() {
+struct ProcessFolder {
+  ProcessFolder() { std::filesystem::create_directories(path); }
+  ~ProcessFolder() {
     std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
+    std::filesystem::remove_all(path, ignored);
   }
-  const std::string& path() const { return path_; }
-
- private:
-  std::string path_;
+  const std::filesystem::path path =
+      std::filesystem::path(testing::TempDir()) / ("mkvsource-" + std::to_string(getpid()));
 };
 
 }  // namespace
 
-const std::string& TempDir() {
-  static const ProcessTempDir dir;
-  return dir.path();
-}
-
 std::string NewTempPath(const std::string& suffix) {
+  static const ProcessFolder folder;
   static std::atomic<unsigned> count{0};
-  return TempDir() + "/file" + std::to_string(count++) + suffix;
+  return (folder.path / ("file" + std::to_string(count++) + suffix)).string();
 }
 
 std::string WriteTemp(const Bytes& bytes, const std::string& suffix) {
   const std::string path = NewTempPath(suffix);
-  FILE* file = std::fopen(path.c_str(), "wb");
-  if (!file) Fail("fopen", path);
-  const bool written =
-      bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-  if (std::fclose(file) != 0 || !written) Fail("write", path);
+  std::ofstream(path, std::ios::binary)
+      .write(reinterpret_cast<const char*>(bytes.data()),
+             static_cast<std::streamsize>(bytes.size()));
   return path;
 }
-
-std::string WriteTemp(const MkvFile& file) { return WriteTemp(Serialize(file).bytes); }
 
 }  // namespace mkvtest

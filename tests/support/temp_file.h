@@ -1,27 +1,22 @@
-// Temporary files for tests. They live in one folder per test process,
-// which is removed with everything in it when the process exits.
+// Temporary files for tests, in one folder per test process under
+// testing::TempDir(), which goes with everything in it when the process ends.
 #ifndef MKVSOURCE_TESTS_SUPPORT_TEMP_FILE_H_
 #define MKVSOURCE_TESTS_SUPPORT_TEMP_FILE_H_
 
+#include <cstdint>
 #include <string>
-
-#include "tests/support/ebml_writer.h"
+#include <vector>
 
 namespace mkvtest {
 
-struct MkvFile;
+using Bytes = std::vector<uint8_t>;
 
-// The process's temporary folder, made on first use.
-const std::string& TempDir();
-
-// A path in TempDir() that no earlier call returned; nothing is created.
-// `suffix` ends the file name, e.g. ".mkv" or " with spaces.mkv".
+// A path that no earlier call returned; nothing is created. `suffix` ends
+// the file name, e.g. ".mkv".
 std::string NewTempPath(const std::string& suffix = ".mkv");
 
-// Writes the bytes, or the serialized file, to a new temporary file and
-// returns its path. Aborts the test process if the file can't be written.
+// Writes `bytes` to a new temporary file and returns its path.
 std::string WriteTemp(const Bytes& bytes, const std::string& suffix = ".mkv");
-std::string WriteTemp(const MkvFile& file);
 
 }  // namespace mkvtest
 
