@@ -1,0 +1,54 @@
+// The fuzz corpus replayed in the ordinary builds, through the fuzz target's
+// path: the committed media, the reproducers of earlier findings, and the
+// public corpus beside the project when it is there.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "tests/fuzz/whole_path.h"
+#include "tests/support/media_files.h"
+
+namespace mkvtest {
+namespace {
+
+namespace fs = std::filesystem;
+
+size_t Replay(const fs::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  const std::vector<uint8_t> bytes{std::istreambuf_iterator<char>(in), {}};
+  testing::internal::CaptureStdout();  // the plug-in's seek lines
+  const size_t chunks = PlayWholePath(bytes.data(), bytes.size());
+  testing::internal::GetCapturedStdout();
+  return chunks;
+}
+
+// Without chunks from the media, the fuzzer's seeds would stop at the probe.
+TEST(FuzzReplay, CommittedMediaPlayFromMemory) {
+  for (const std::string name : kMediaNames)
+    EXPECT_EQ(Replay(MediaPath(name)) > 0, name != "aac_only") << name;
+}
+
+TEST(FuzzReplay, ReproducersAndPublicCorpusEndCleanly) {
+  std::vector<fs::path> files;
+  for (const char* dir : {MKVSOURCE_SOURCE_DIR "/tests/fuzz/reproducers",
+                          MKVSOURCE_SOURCE_DIR "/../shared/corpus/libwebm"}) {
+    if (!fs::is_directory(dir)) continue;
+    for (const auto& entry : fs::recursive_directory_iterator(dir))
+      if (entry.path().extension() == ".mkv" || entry.path().extension() == ".webm")
+        files.push_back(entry.path());
+  }
+  std::sort(files.begin(), files.end());
+  ASSERT_FALSE(files.empty());
+  for (const fs::path& file : files) {
+    SCOPED_TRACE(file.string());
+    Replay(file);
+  }
+}
+
+}  // namespace
+}  // namespace mkvtest
