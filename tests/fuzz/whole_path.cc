@@ -76,7 +76,6 @@ void AskTitleAndChapters(KVL::MKVSource& source, unsigned long long titleUID) {
     source.getChapterEndTime(node->value);
     if (!node->next) source.selectChapter(node->value);
   }
-  source.getCurrentChapter();
 }
 
 size_t PlayStream(KVL::StreamInterface* stream, uint32_t first, uint32_t second) {
@@ -108,6 +107,7 @@ size_t PlayWholePath(const uint8_t* data, size_t size) {
   if (!engine.Open("/input.mkv", false)) return 0;
   AskTitleAndChapters(*engine.source, engine.titleUID);
   engine.source->playFirstTitle();
+  engine.source->getCurrentChapter();
   size_t chunks = 0;
   for (KVL::StreamInterface* stream : engine.control.streams())
     chunks += PlayStream(stream, WordFromEnd(data, size, 1), WordFromEnd(data, size, 2));
