@@ -5,6 +5,7 @@
 #include "plugin/mkv_source.h"
 #include "source/automatic_chapters.h"
 #include "source/chapter_info.h"
+#include "source/segment_duration.h"
 #include "source/title_info.h"
 
 namespace KVL {
@@ -13,7 +14,7 @@ bool MKVSource::loadInternal() {
   if (!videoTracks.empty()) {
     const unsigned long long titleUID = control->createUID();
     std::unique_ptr<TitleInfo> title(new TitleInfo);
-    const int64_t duration = segmentInfo->GetDuration();
+    const int64_t duration = SegmentDuration(*segmentInfo, reader);
     for (uint32_t i = 0; i < kAutomaticChapterCount; ++i) {
       std::unique_ptr<ChapterInfo> record(new ChapterInfo);
       ChapterInfo* chapter = record.get();
