@@ -5,7 +5,6 @@
 #include <cstring>
 
 #include "plugin/kvl/media_buffer.h"
-#include "reader/mkv_reader_interface.h"
 #include "tests/support/source_harness.h"
 
 namespace mkvtest {
@@ -16,14 +15,9 @@ constexpr size_t kChunksPerRun = 500;
 // The input as the source's file, with the file reader's answers.
 class MemoryReader : public KVL::IMkvReader {
  public:
-  MemoryReader(const uint8_t* data, size_t size)
-      : data_(data), size_(static_cast<long long>(size)) {}
+  MemoryReader(const uint8_t* data, size_t size) : data_(data), size_(size) {}
 
-  int Open(const char*) override {
-    if (open_) return -1;
-    open_ = true;
-    return 0;
-  }
+  int Open(const char*) override { return open_ ? -1 : (open_ = true, 0); }
   void Close() override { open_ = false; }
   int Read(long long position, long length, unsigned char* buffer) override {
     if (!open_ || position < 0 || length < 0) return -1;
@@ -46,44 +40,26 @@ class MemoryReader : public KVL::IMkvReader {
   bool open_ = false;
 };
 
-// The `n`-th 32-bit word from the end of the input (from 1), zero-filled in
-// front: the end of a file is mostly frame bytes, which the fuzzer may
-// change without breaking the layout.
+// The `n`-th 32-bit word from the end, zero-filled in front: a file ends in
+// frame bytes, which the fuzzer may change without breaking the layout.
 uint32_t WordFromEnd(const uint8_t* data, size_t size, size_t n) {
   uint32_t word = 0;
   for (size_t i = 4 * n; i > 4 * (n - 1); --i) word = (word << 8) | (i <= size ? data[size - i] : 0);
   return word;
 }
 
-void TakeCodecData(KVL::StreamInterface* stream) {
-  KVL::List<KVL::TypedMediaBuffer*> list;
-  stream->getCodecData(&list);
-  for (const auto* node = list.head(); node; node = node->next) {
+size_t PlayStream(KVL::StreamInterface* stream, uint32_t first, uint32_t second) {
+  stream->openStream(nullptr);
+  KVL::List<KVL::TypedMediaBuffer*> codecData;
+  stream->getCodecData(&codecData);
+  for (const auto* node = codecData.head(); node; node = node->next) {
     std::free(node->value->lock());
     node->value->unlock();
     delete node->value;
   }
-}
-
-void AskTitleAndChapters(KVL::MKVSource& source, unsigned long long titleUID) {
-  source.getTitleName(titleUID);
-  unsigned long long size = 0;
-  source.getFileSize(&size);
-  const KVL::List<unsigned long long> chapters = source.getChapters(titleUID);
-  for (const auto* node = chapters.head(); node; node = node->next) {
-    source.getChapterName(node->value);
-    source.getChapterStartTime(node->value);
-    source.getChapterEndTime(node->value);
-    if (!node->next) source.selectChapter(node->value);
-  }
-}
-
-size_t PlayStream(KVL::StreamInterface* stream, uint32_t first, uint32_t second) {
-  stream->openStream(nullptr);
-  TakeCodecData(stream);
   size_t chunks = ReadChunks(stream, kChunksPerRun).size();
-  // Within what was read, where the first pass ended.
-  const uint32_t inside = static_cast<uint32_t>(second % (stream->getLastChunkTime() + 1ull));
+  // A time within what the first pass read.
+  const auto inside = static_cast<uint32_t>(second % (stream->getLastChunkTime() + 1ull));
   unsigned int actual = 0;
   stream->getSyncPoint(1, first, &actual);
   stream->seekStream(first, &actual, true);
@@ -105,14 +81,22 @@ size_t PlayStream(KVL::StreamInterface* stream, uint32_t first, uint32_t second)
 size_t PlayWholePath(const uint8_t* data, size_t size) {
   SourceHarness engine(new MemoryReader(data, size));
   if (!engine.Open("/input.mkv", false)) return 0;
-  AskTitleAndChapters(*engine.source, engine.titleUID);
-  engine.source->playFirstTitle();
-  engine.source->getCurrentChapter();
+  KVL::MKVSource& source = *engine.source;
+  source.getTitleName(engine.titleUID);
+  const KVL::List<unsigned long long> chapters = source.getChapters(engine.titleUID);
+  for (const auto* node = chapters.head(); node; node = node->next) {
+    source.getChapterName(node->value);
+    source.getChapterStartTime(node->value);
+    source.getChapterEndTime(node->value);
+    if (!node->next) source.selectChapter(node->value);
+  }
+  source.playFirstTitle();
+  source.getCurrentChapter();
   size_t chunks = 0;
   for (KVL::StreamInterface* stream : engine.control.streams())
     chunks += PlayStream(stream, WordFromEnd(data, size, 1), WordFromEnd(data, size, 2));
-  engine.source->closeTitle(false);
-  engine.source->close();
+  source.closeTitle(false);
+  source.close();
   return chunks;
 }
 
