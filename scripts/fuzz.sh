@@ -3,7 +3,8 @@
 # parser compiled in) and runs it in one process for SECONDS with a fixed
 # SEED over the committed media, the reproducers and, when it is there, the
 # public corpus beside the project. Any crash, leak, sanitizer report or
-# timeout fails the run; the input is kept in build-fuzz/findings/.
+# timeout fails the run; the input is kept in build-fuzz/findings/. Run as
+# root on Debian bookworm the first time, to install clang.
 # Usage: fuzz.sh [SECONDS [SEED]]    (defaults: 60 s, seed 1)
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -11,6 +12,8 @@ seconds=${1:-60}
 seed=${2:-1}
 dir="$here/build-fuzz"
 
+# clang and its fuzzer runtime are installed for this build only.
+bash "$here/scripts/setup.sh" clang libclang-rt-14-dev
 # Warnings are gcc's to judge: clang's own set doesn't gate this build.
 bash "$here/scripts/build.sh" "$dir" --target mkvsource_fuzz -DMKVSOURCE_FUZZ=ON \
   -DMKVSOURCE_WERROR=OFF -DCMAKE_C_COMPILER=clang-14 -DCMAKE_CXX_COMPILER=clang++-14

@@ -16,6 +16,4 @@ bash "$here/scripts/build.sh" "$here/build" -DMKVSOURCE_BENCHMARKS=ON
 bash "$here/scripts/build.sh" "$here/build-sanitize" -DMKVSOURCE_SANITIZE=ON
 (cd "$here/build-sanitize" && ctest --output-on-failure -j "$(nproc)")
 
-# The fuzz build needs clang and its runtime, installed only for this step.
-bash "$here/scripts/setup.sh" clang libclang-rt-14-dev
 bash "$here/scripts/fuzz.sh" 60 1
