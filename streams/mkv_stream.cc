@@ -8,7 +8,6 @@
 #include <boost/thread/locks.hpp>
 
 #include "plugin/kvl/control_interface.h"
-#include "source/segment_duration.h"
 #include "streams/media_chunk_allocator.h"
 #include "streams/tick_time.h"
 
@@ -67,8 +66,7 @@ const char* MKVSource::MKVStream::kindName() const {
 void MKVSource::MKVStream::storeDuration() {
   const mkvparser::SegmentInfo* info = title->source->segmentInfo;
   if (!info) return;
-  duration_ = static_cast<uint32_t>(SegmentDuration(*info, title->source->reader) /
-                                    info->GetTimeCodeScale());
+  duration_ = static_cast<uint32_t>(title->source->segmentDuration / info->GetTimeCodeScale());
 }
 
 int MKVSource::MKVStream::openStream(int, int) {
