@@ -122,6 +122,8 @@ class MKVSource : public Plugin,
   // Segments of earlier probes, kept alive for the pointers into them.
   std::vector<mkvparser::Segment*> retiredSegments;
   const mkvparser::SegmentInfo* segmentInfo = nullptr;
+  // The segment's duration in nanoseconds, taken by the probe; -1 for none.
+  int64_t segmentDuration = -1;
   const mkvparser::Tracks* tracks = nullptr;
   std::vector<const mkvparser::VideoTrack*> videoTracks;
   std::vector<const mkvparser::AudioTrack*> audioTracks;

@@ -35,7 +35,7 @@ fi
 # source package of exactly the installed library's version.
 version=$(dpkg-query -W -f='${Version}' libwebm1)
 if [[ -f "$headers/VERSION" && $(cat "$headers/VERSION") == "$version" &&
-      -f "$headers/mkvparser/mkvparser.h" ]]; then
+      -f "$headers/mkvparser/mkvparser.h" && -f "$headers/common/webmids.h" ]]; then
   exit 0
 fi
 
@@ -78,6 +78,9 @@ tree="$work/libwebm-$upstream"
 rm -rf "$headers"
 mkdir -p "$headers/mkvparser"
 cp "$tree/mkvparser/mkvparser.h" "$headers/mkvparser/"
+# The fuzz build compiles the parser, which takes its element ids from here.
+mkdir -p "$headers/common"
+cp "$tree/common/webmids.h" "$headers/common/"
 cp "$tree/LICENSE.TXT" "$headers/" 2>/dev/null || true
 echo "$version" > "$headers/VERSION"
 echo "setup: mkvparser headers of libwebm $version in $headers" >&2

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, then builds and runs every test twice: once as
-# shipped, once with AddressSanitizer and UndefinedBehaviorSanitizer.
+# shipped, once with AddressSanitizer and UndefinedBehaviorSanitizer; then
+# fuzzes the whole path for a minute.
 # Run as root on Debian bookworm.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -14,3 +15,5 @@ bash "$here/scripts/build.sh" "$here/build" -DMKVSOURCE_BENCHMARKS=ON
 
 bash "$here/scripts/build.sh" "$here/build-sanitize" -DMKVSOURCE_SANITIZE=ON
 (cd "$here/build-sanitize" && ctest --output-on-failure -j "$(nproc)")
+
+bash "$here/scripts/fuzz.sh" 60 1

@@ -5,6 +5,7 @@
 #include "plugin/kvl/saved_session.h"
 #include "plugin/mkv_source.h"
 #include "runtime/paths/path_tools.h"
+#include "source/segment_duration.h"
 #include "source/video_codecs.h"
 
 namespace KVL {
@@ -75,6 +76,7 @@ bool MKVSource::parseSegment() {
   if (segment->Load() != 0) return false;
 
   segmentInfo = segment->GetInfo();
+  segmentDuration = SegmentDuration(*segmentInfo, reader);
   tracks = segment->GetTracks();
   for (unsigned long index = 0; index < tracks->GetTracksCount(); ++index) {
     const mkvparser::Track* track = tracks->GetTrackByIndex(index);

@@ -13,14 +13,13 @@ bool MKVSource::loadInternal() {
   if (!videoTracks.empty()) {
     const unsigned long long titleUID = control->createUID();
     std::unique_ptr<TitleInfo> title(new TitleInfo);
-    const int64_t duration = segmentInfo->GetDuration();
     for (uint32_t i = 0; i < kAutomaticChapterCount; ++i) {
       std::unique_ptr<ChapterInfo> record(new ChapterInfo);
       ChapterInfo* chapter = record.get();
       chapter->index = i;
       chapter->titleUID = titleUID;
-      chapter->startTime = AutomaticChapterStart(duration, i);
-      chapter->endTime = AutomaticChapterEnd(duration, i);
+      chapter->startTime = AutomaticChapterStart(segmentDuration, i);
+      chapter->endTime = AutomaticChapterEnd(segmentDuration, i);
       const unsigned long long uid = control->createUID();
       chapters[uid] = record.release();
       title->chapters[uid] = chapter;

@@ -3,13 +3,13 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <limits>
 #include <memory>
 
 #include <boost/thread/locks.hpp>
 
 #include "plugin/kvl/control_interface.h"
 #include "streams/media_chunk_allocator.h"
+#include "streams/tick_time.h"
 
 namespace KVL {
 
@@ -50,10 +50,7 @@ const mkvparser::Track* MKVSource::MKVStream::track() const {
 }
 
 int64_t MKVSource::MKVStream::TicksToNanoseconds(uint32_t ticks) const {
-  int64_t nanoseconds;
-  if (__builtin_mul_overflow(static_cast<int64_t>(ticks), timecodeScale, &nanoseconds))
-    return std::numeric_limits<int64_t>::max();
-  return nanoseconds;
+  return SaturatedNanoseconds(ticks, timecodeScale);
 }
 
 const char* MKVSource::MKVStream::kindName() const {
@@ -69,7 +66,7 @@ const char* MKVSource::MKVStream::kindName() const {
 void MKVSource::MKVStream::storeDuration() {
   const mkvparser::SegmentInfo* info = title->source->segmentInfo;
   if (!info) return;
-  duration_ = static_cast<uint32_t>(info->GetDuration() / info->GetTimeCodeScale());
+  duration_ = static_cast<uint32_t>(title->source->segmentDuration / info->GetTimeCodeScale());
 }
 
 int MKVSource::MKVStream::openStream(int, int) {

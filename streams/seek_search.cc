@@ -1,6 +1,9 @@
 #include "streams/seek_search.h"
 
+#include <limits>
 #include <vector>
+
+#include "streams/tick_time.h"
 
 namespace KVL {
 namespace {
@@ -11,6 +14,22 @@ using mkvparser::Cluster;
 struct Search {
   const mkvparser::Track& track;
   bool keyFramesOnly;
+  int64_t scale;
+
+  // Times of the file in nanoseconds, bounded rather than wrapped: the
+  // parser's Cluster::GetTime multiplies unchecked, and its Block::GetTime
+  // gives -1, a time before all others, for one out of range. The cluster's
+  // timecode must be a time, not a status.
+  int64_t StartOf(const Cluster* cluster) const {
+    return SaturatedNanoseconds(cluster->GetTimeCode(), scale);
+  }
+  int64_t TimeOf(const BlockEntry* entry, const Cluster* cluster) const {
+    int64_t ticks;
+    if (__builtin_add_overflow(cluster->GetTimeCode(), entry->GetBlock()->GetTimeCode(nullptr),
+                               &ticks))
+      ticks = std::numeric_limits<int64_t>::max();
+    return SaturatedNanoseconds(ticks, scale);
+  }
 
   bool OfTrack(const BlockEntry* entry) const {
     return entry->GetBlock()->GetTrackNumber() == track.GetNumber();
@@ -32,7 +51,7 @@ struct Search {
           *found = entry;
           return 0;
         }
-        if (timeNs >= 0 && entry->GetBlock()->GetTime(cluster) > timeNs) return 0;
+        if (timeNs >= 0 && TimeOf(entry, cluster) > timeNs) return 0;
         if (target) *found = entry;
       }
       status = cluster->GetNext(entry, entry);
@@ -47,26 +66,29 @@ bool Usable(const Cluster* cluster) { return cluster && !cluster->EOS(); }
 
 long FindSeekEntry(mkvparser::Segment* segment, const mkvparser::Track& track,
                    long long timeNs, bool keyFramesOnly, const BlockEntry** result) {
-  const Search search{track, keyFramesOnly};
   *result = track.GetEOS();
-  if (!segment) return 0;
+  if (!segment || !segment->GetInfo()) return 0;
+  const Search search{track, keyFramesOnly, segment->GetInfo()->GetTimeCodeScale()};
 
   // The track's first target, and the clusters from its cluster on.
   std::vector<const Cluster*> clusters;
   const BlockEntry* first = nullptr;
   for (const Cluster* cluster = segment->GetFirst(); Usable(cluster);
        cluster = segment->GetNext(cluster)) {
+    // A cluster that can't give its timecode gives the parser's status.
+    const long long timecode = cluster->GetTimeCode();
+    if (timecode < 0) return static_cast<long>(timecode);
     if (!first) {
       const long status = search.InCluster(cluster, -1, &first);
       if (status < 0) return status;
       if (!first) continue;
-      if (timeNs <= first->GetBlock()->GetTime(cluster)) {
+      if (timeNs <= search.TimeOf(first, cluster)) {
         *result = first;
         return 0;
       }
     }
     // Clusters that start after the time end the search.
-    if (cluster->GetTime() > timeNs) break;
+    if (search.StartOf(cluster) > timeNs) break;
     clusters.push_back(cluster);
   }
   if (!first) return 0;

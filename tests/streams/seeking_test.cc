@@ -170,6 +170,21 @@ TEST(SeekingTest, WhereReadingGoesOnAfterASeek) {
   }
 }
 
+// A cluster whose start in nanoseconds lies beyond 64 bits (unchecked, the
+// product would wrap to 0.45 ms) starts after any time asked for: both
+// seeks land in the first cluster and read both.
+TEST(SeekingTest, AClusterBeyondTheTimeRangeStartsAfterEverySeek) {
+  const uint64_t beyond = 18446744073710;  // ticks of 1 ms
+  OpenedTitle t(WriteAv({Cluster{0, {V(0, true), A(0)}}, Cluster{beyond, {V(0, true), A(0)}}}));
+  for (size_t i = 0; i < 2; ++i) {
+    KVL::StreamInterface* stream = t.opened(i);
+    unsigned int actual = 1;
+    OutputOf(1, [&] { EXPECT_EQ(stream->seekStream(1500, &actual, true), 0); });
+    EXPECT_EQ(actual, i == 0 ? 0u : 1500u);
+    EXPECT_EQ(ReadChunks(stream).size(), 2u) << i;
+  }
+}
+
 // With the file shut under it, a seek that needs to read fails, and the
 // next read ends the stream.
 TEST(SeekingTest, ASeekThatCannotReadEndsTheStream) {

@@ -20,7 +20,8 @@ std::string Text(const KVL::vorq_string<unsigned char>& text) {
   return std::string(bytes.begin(), bytes.end());
 }
 
-SourceHarness::SourceHarness() : source(new KVL::MKVSource(&context)) {
+SourceHarness::SourceHarness(KVL::IMkvReader* reader)
+    : source(reader ? new KVL::MKVSource(&context, reader) : new KVL::MKVSource(&context)) {
   control.container = source.get();
   source->init(&control, 1000);
 }

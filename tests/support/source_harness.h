@@ -24,7 +24,8 @@ std::string Text(const KVL::vorq_string<unsigned char>& text);
 inline std::string FileUri(const std::string& path) { return "file://" + path; }
 
 struct SourceHarness {
-  SourceHarness();
+  // With `reader`, the source reads through it (and owns it), not a file.
+  explicit SourceHarness(KVL::IMkvReader* reader = nullptr);
   ~SourceHarness();  // closes a session nobody opened
 
   // canPlay() of `path`, with the session to `session`.

@@ -1,0 +1,20 @@
+// One input through the whole plug-in as an engine drives it; the fuzz
+// target and the corpus replay share it.
+#ifndef MKVSOURCE_TESTS_FUZZ_WHOLE_PATH_H_
+#define MKVSOURCE_TESTS_FUZZ_WHOLE_PATH_H_
+
+#include <cstddef>
+#include <cstdint>
+
+namespace mkvtest {
+
+// Plays `data` as a Matroska file read from memory: probe, open, title and
+// chapter queries, playFirstTitle, then per stream codec data, reading
+// (bounded), exact and inexact seeks to times taken from the input and a
+// negative speed; closes it all, every chunk given back. Returns the
+// number of chunks read.
+size_t PlayWholePath(const uint8_t* data, size_t size);
+
+}  // namespace mkvtest
+
+#endif  // MKVSOURCE_TESTS_FUZZ_WHOLE_PATH_H_
