@@ -1,6 +1,7 @@
 #include "host/run_host.h"
 
 #include <memory>
+#include <random>
 
 #include "host/chunk_sink.h"
 #include "host/host_control.h"
@@ -14,6 +15,7 @@
 #include "host/report_json.h"
 #include "host/report_text.h"
 #include "host/source_uri.h"
+#include "host/stress_run.h"
 
 namespace kvlhost {
 namespace {
@@ -100,6 +102,14 @@ std::unique_ptr<ChunkSink> MakeSink(const HostOptions& options, std::ostream& ou
   return std::make_unique<NullSink>();
 }
 
+// The one-line message of a medium that can't be played or opened.
+void ReportFailure(ExitStatus status, const PlayReport& report, std::ostream& errors) {
+  if (status == kNotPlayable)
+    errors << kProgramName << ": not playable: " << report.uri << RefusalText(report) << '\n';
+  else if (status == kNotOpened)
+    errors << kProgramName << ": cannot open: " << report.uri << '\n';
+}
+
 int Play(const HostOptions& options, const HostStreams& streams) {
   LoadedEngine engine(options);
   PlayReport report;
@@ -121,11 +131,22 @@ int Play(const HostOptions& options, const HostStreams& streams) {
   }
   report.engine = engine.control().record();
   WriteReport(options, report, streams.report);
-  if (status == kNotPlayable)
-    streams.errors << kProgramName << ": not playable: " << request.uri << RefusalText(report)
-                   << '\n';
-  else if (status == kNotOpened)
-    streams.errors << kProgramName << ": cannot open: " << request.uri << '\n';
+  ReportFailure(status, report, streams.errors);
+  return status;
+}
+
+int Stress(const HostOptions& options, const HostStreams& streams) {
+  LoadedEngine engine(options);
+  StressPlan plan;
+  plan.uri = SourceUri(options.input);
+  plan.seed = options.seed ? *options.seed : std::random_device()();
+  plan.seconds = *options.stress;
+  PlayReport report;
+  StressSummary summary;
+  const ExitStatus status = RunStress(engine.module(), engine.control(), plan, report, summary);
+  if (status == kPlayed || status == kStressRuleBroken)
+    streams.report << SummaryLine(plan, summary) << '\n';
+  ReportFailure(status, report, streams.errors);
   return status;
 }
 
@@ -143,7 +164,8 @@ int RunHost(int argc, const char* const* argv, const HostStreams& streams) {
   }
 
   try {
-    return options.inspect ? Inspect(options, streams) : Play(options, streams);
+    if (options.inspect) return Inspect(options, streams);
+    return options.stress ? Stress(options, streams) : Play(options, streams);
   } catch (const HostError& error) {
     streams.errors << kProgramName << ": " << error.what() << '\n';
     return error.status();
