@@ -7,6 +7,7 @@
 #include "host/host_control.h"
 #include "host/host_error.h"
 #include "host/host_options.h"
+#include "host/loaded_engine.h"
 #include "host/packet_table.h"
 #include "host/payload_extractor.h"
 #include "host/play_report.h"
@@ -21,34 +22,6 @@ namespace kvlhost {
 namespace {
 
 constexpr char kProgramName[] = "kvl-play";
-
-// One loaded module, initialised with the host's control object as the
-// engine would: its PluginContext holds the refused formats.
-class LoadedEngine {
- public:
-  explicit LoadedEngine(const HostOptions& options)
-      : context_(MakeContext(options.refuse)),
-        module_(options.module.empty() ? PluginModule::DefaultPath() : options.module,
-                context_.get()) {
-    module_.container().init(&control_, control_.createUID());
-    control_.attach(&module_.container());
-  }
-
-  PluginModule& module() { return module_; }
-  HostControl& control() { return control_; }
-
- private:
-  static std::unique_ptr<KVL::PluginContext> MakeContext(const std::vector<std::string>& refuse) {
-    auto context = std::make_unique<KVL::PluginContext>();
-    for (const std::string& format : refuse) context->refuseVideoFormat(format);
-    return context;
-  }
-
-  // Declared in the order they must outlive one another.
-  HostControl control_;
-  std::unique_ptr<KVL::PluginContext> context_;
-  PluginModule module_;
-};
 
 void Describe(PluginModule& module, PlayReport& report) {
   report.module = module.path();
@@ -78,7 +51,7 @@ std::string RefusalText(const PlayReport& report) {
 }
 
 int Inspect(const HostOptions& options, const HostStreams& streams) {
-  LoadedEngine engine(options);
+  LoadedEngine engine(options.module, options.refuse);
   const std::string uri = SourceUri(*options.inspect);
   KVL::FileInspectorInterface& inspector = engine.module().inspector();
   const unsigned int opened = inspector.openFile(
@@ -111,7 +84,7 @@ void ReportFailure(ExitStatus status, const PlayReport& report, std::ostream& er
 }
 
 int Play(const HostOptions& options, const HostStreams& streams) {
-  LoadedEngine engine(options);
+  LoadedEngine engine(options.module, options.refuse);
   PlayReport report;
   Describe(engine.module(), report);
   PlayRequest request;
@@ -136,7 +109,7 @@ int Play(const HostOptions& options, const HostStreams& streams) {
 }
 
 int Stress(const HostOptions& options, const HostStreams& streams) {
-  LoadedEngine engine(options);
+  LoadedEngine engine(options.module, options.refuse);
   StressPlan plan;
   plan.uri = SourceUri(options.input);
   plan.seed = options.seed ? *options.seed : std::random_device()();
