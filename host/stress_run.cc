@@ -158,7 +158,7 @@ void StressRun::Read(StressStream& stream) {
       uint64_t generation = 0;
       const ReadEnd end = ReadOnce(stream, generation);
       std::unique_lock<std::mutex> lock(mutex_);
-      if (end == ReadEnd::kGone || stopping_) return;
+      if (end == ReadEnd::kGone) return;
       if (end == ReadEnd::kChunk) {
         if (++chunks_ == chunkTarget_) changed_.notify_all();
         continue;
@@ -199,11 +199,15 @@ ReadEnd StressRun::ReadOnce(StressStream& stressed, uint64_t& generation) {
   return ReadEnd::kPark;
 }
 
+// Ends with a seek of every stream to its start and a few chunks, so that
+// the close meets busy readers.
 void StressRun::Control(const PlayReport& report) {
   for (uint64_t made = 0; made < plan_.controlCalls && Clock::now() < deadline_; ++made) {
     CallAtRandom(report);
     AwaitReads(Random(kMostReadsBetweenCalls + 1));
   }
+  for (auto& stream : streams_) Seek(*stream, 0, true);
+  AwaitReads(1 + Random(kMostReadsBetweenCalls));
 }
 
 void StressRun::CallAtRandom(const PlayReport& report) {
