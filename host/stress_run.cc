@@ -36,13 +36,12 @@ struct StressStream {
                uint32_t span, BrokenRules& broken)
       : uid(uid), span(span), rules(index, std::move(reference), broken) {}
 
-
   const unsigned long long uid;
   const uint32_t span;  // seeks go up to here, in ticks: a little past the end
   std::mutex calls;
-  StreamRules rules;              // under `calls`
-  uint64_t generation = 0;        // written under `calls` and the run's mutex
-  bool parked = false;            // under the run's mutex
+  StreamRules rules;        // under `calls`
+  uint64_t generation = 0;  // written under `calls` and the run's mutex
+  bool parked = false;      // under the run's mutex
 };
 
 enum class ReadEnd { kChunk, kPark, kGone };
@@ -70,7 +69,7 @@ class StressRun {
   void ChangeSpeed(StressStream& stream);
   void AskSyncPoint(StressStream& stream);
   void AskChapters(const PlayReport& report);
-  bool OnStream(StressStream& stream, bool changes,
+  void OnStream(StressStream& stream, bool changes,
                 const std::function<void(KVL::StreamInterface&)>& call);
   void AwaitReads(uint64_t count);
   void Stop();
@@ -275,22 +274,21 @@ void StressRun::AskChapters(const PlayReport& report) {
   for (auto& stream : streams_) Seek(*stream, ticks, exact);
 }
 
-// One call on a stream while no other call is on it; a change wakes its
-// reader. False if the stream is gone.
-bool StressRun::OnStream(StressStream& stream, bool changes,
+// One call on a stream while no other call is on it, unless the stream is
+// gone; a change wakes its reader.
+void StressRun::OnStream(StressStream& stream, bool changes,
                          const std::function<void(KVL::StreamInterface&)>& call) {
   const std::shared_ptr<KVL::StreamInterface> leased = control_.lease(stream.uid);
-  if (!leased) return false;
+  if (!leased) return;
   std::lock_guard<std::mutex> calls(stream.calls);
   call(*leased);
   ++calls_;
-  if (!changes) return true;
+  if (!changes) return;
   std::lock_guard<std::mutex> lock(mutex_);
   ++stream.generation;
   if (stream.parked) --parked_;
   stream.parked = false;
   changed_.notify_all();
-  return true;
 }
 
 // Lets the readers go on for a while: until they have delivered `count`
