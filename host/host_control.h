@@ -44,9 +44,9 @@ class NotReadyCounter : public KVL::DataNotReadySink {
 // streams the plug-in adds, until removeStream() or dropStreams() gives them
 // up; a reading thread holds a lease on its stream for each call, and a
 // stream given up during a call dies when that call's lease ends, never
-// under it. The host keeps the playing position; a seekToTime() is kept for the
-// player to carry out. Reading threads may call in, so the record is locked;
-// the lock is never held across a call into the plug-in.
+// under it. The host keeps the playing position; a seekToTime() is kept for
+// the player to carry out. Reading threads may call in, so the record is
+// locked; the lock is never held across a call into the plug-in.
 class HostControl : public KVL::ControlInterface {
  public:
   // A normal playing state: neither of the two waiting states.
