@@ -1,7 +1,15 @@
+#include <atomic>
+
 #include "plugin/kvl/buffer_allocator.h"
 #include "plugin/kvl/media_buffer.h"
 
 namespace KVL {
+namespace {
+
+// The engine's own count of chunks in flight, for finding lost ones.
+std::atomic<long> liveChunks{0};
+
+}  // namespace
 
 MediaBuffer::MediaBuffer() = default;
 MediaBuffer::~MediaBuffer() = default;
@@ -22,7 +30,9 @@ void MediaBuffer::unlock() {
   if (locks_ > 0) --locks_;
 }
 
-MediaChunk::MediaChunk(IBufferAllocator& allocator) : allocator_(allocator) {}
+MediaChunk::MediaChunk(IBufferAllocator& allocator) : allocator_(allocator) { ++liveChunks; }
+MediaChunk::~MediaChunk() { --liveChunks; }
+long MediaChunk::live() { return liveChunks; }
 
 IBufferAllocator::~IBufferAllocator() = default;
 int IBufferAllocator::setBufferType(vorq_string<unsigned char>) { return 0; }

@@ -7,20 +7,9 @@
 #include <string>
 #include <thread>
 
-#include "plugin/kvl/buffer_allocator.h"
+#include "host/held_chunk.h"
 
 namespace kvlhost {
-namespace {
-
-constexpr int kNothingUntilSeek = -8;
-
-// Gives a chunk back to the allocator that made it, however the read ends.
-struct ChunkReturn {
-  void operator()(KVL::MediaChunk* chunk) const { chunk->allocator().freeBuffer(chunk); }
-};
-using HeldChunk = std::unique_ptr<KVL::MediaChunk, ChunkReturn>;
-
-}  // namespace
 
 ChunkPump::ChunkPump(const std::vector<KVL::StreamInterface*>& streams,
                      std::vector<StreamReport>& reports, ChunkSink& sink,
@@ -87,7 +76,7 @@ bool ChunkPump::ReadOne(size_t index) {
   KVL::MediaChunk* read = nullptr;
   const int result = stream.readStream(&read);
   HeldChunk chunk(read);
-  if (result == kNothingUntilSeek) {
+  if (result == KVL::kReadNothingUntilSeek) {
     Stop(index, "nothing more until a seek");
     return false;
   }

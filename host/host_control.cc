@@ -48,9 +48,13 @@ int HostControl::reportDataNotReady(unsigned long long streamUID) {
 }
 
 KVL::StreamInterface* HostControl::getStream(unsigned long long streamUID) {
+  return lease(streamUID).get();
+}
+
+std::shared_ptr<KVL::StreamInterface> HostControl::lease(unsigned long long streamUID) const {
   Lock lock(mutex_);
   for (const auto& stream : streams_) {
-    if (stream->streamUID() == streamUID) return stream.get();
+    if (stream->streamUID() == streamUID) return stream;
   }
   return nullptr;
 }
@@ -82,7 +86,7 @@ int HostControl::seekToTime(uint32_t time, KVL::SeekRequest) {
 
 int HostControl::addStream(KVL::StreamInterface* stream) {
   if (!stream) return 0;
-  std::unique_ptr<KVL::StreamInterface> owned(stream);
+  std::shared_ptr<KVL::StreamInterface> owned(stream);
   Lock lock(mutex_);
   record_.added.push_back(stream->streamUID());
   streams_.push_back(std::move(owned));
@@ -91,7 +95,7 @@ int HostControl::addStream(KVL::StreamInterface* stream) {
 
 // The stream is destroyed outside the lock: its destructor may call back.
 int HostControl::removeStream(unsigned long long streamUID) {
-  std::unique_ptr<KVL::StreamInterface> removed;
+  std::shared_ptr<KVL::StreamInterface> removed;
   {
     Lock lock(mutex_);
     record_.removed.push_back(streamUID);
@@ -119,7 +123,7 @@ std::vector<KVL::StreamInterface*> HostControl::streams() const {
 }
 
 void HostControl::dropStreams() {
-  std::vector<std::unique_ptr<KVL::StreamInterface>> dropped;
+  std::vector<std::shared_ptr<KVL::StreamInterface>> dropped;
   {
     Lock lock(mutex_);
     dropped.swap(streams_);

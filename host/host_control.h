@@ -41,10 +41,12 @@ class NotReadyCounter : public KVL::DataNotReadySink {
 };
 
 // The engine's side of the contract, as the plug-in sees it. It owns the
-// streams the plug-in adds, until removeStream() or dropStreams() deletes
-// them. The host keeps the playing position; a seekToTime() is kept for the
-// player to carry out. Reading threads may call in, so the record is locked;
-// the lock is never held across a call into the plug-in.
+// streams the plug-in adds, until removeStream() or dropStreams() gives them
+// up; a reading thread holds a lease on its stream for each call, and a
+// stream given up during a call dies when that call's lease ends, never
+// under it. The host keeps the playing position; a seekToTime() is kept for
+// the player to carry out. Reading threads may call in, so the record is
+// locked; the lock is never held across a call into the plug-in.
 class HostControl : public KVL::ControlInterface {
  public:
   // A normal playing state: neither of the two waiting states.
@@ -75,7 +77,10 @@ class HostControl : public KVL::ControlInterface {
 
   // The streams still held, in the order they were added.
   std::vector<KVL::StreamInterface*> streams() const;
-  // Deletes every stream still held; to be done before the plug-in goes.
+  // The stream for one call on it, or null once it has been given up.
+  std::shared_ptr<KVL::StreamInterface> lease(unsigned long long streamUID) const;
+  // Gives up every stream still held; to be done, and every lease ended,
+  // before the plug-in goes.
   void dropStreams();
 
   void setPosition(int32_t time) { position_ = time; }
@@ -88,7 +93,7 @@ class HostControl : public KVL::ControlInterface {
   mutable std::mutex mutex_;
   KVL::ContainerInterface* container_ = nullptr;
   unsigned long long nextUID_ = 1;
-  std::vector<std::unique_ptr<KVL::StreamInterface>> streams_;
+  std::vector<std::shared_ptr<KVL::StreamInterface>> streams_;
   std::atomic<int32_t> position_{0};
   std::optional<uint32_t> pendingSeek_;
   NotReadyCounter sink_;

@@ -15,6 +15,8 @@ enum ExitStatus : int {
   kModuleProblem = 4,
   // Output that can't be written, or any other failure of the host itself.
   kHostFailure = 5,
+  // --stress found a rule broken.
+  kStressRuleBroken = 6,
 };
 
 // A failure that ends the run: a one-line message and the exit status.

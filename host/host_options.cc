@@ -19,7 +19,7 @@ void DefineOptions(CLI::App& app, HostOptions& options) {
       "Plays a Matroska file through the MKVSource plug-in the way the media engine does, "
       "and reports what the plug-in delivered.\n"
       "Exit status: 0 played, 1 not playable, 2 usage error, 3 cannot be opened, "
-      "4 module problem, 5 output failure.");
+      "4 module problem, 5 output failure, 6 stress rule broken.");
   CLI::Option* input = app.add_option(
       "FILE", options.input, "a file path, or a URI with a scheme (file:..., http://...)");
   app.add_option("--module", options.module,
@@ -50,6 +50,12 @@ void DefineOptions(CLI::App& app, HostOptions& options) {
               "select chapter N (0 to 9) once the title is open")
       ->type_name("N")
       ->check(CLI::Range(0u, 9u));
+  AddOptional(app, "--stress", options.stress,
+              "engine-style calls from several threads for SECONDS; one summary line")
+      ->type_name("SECONDS")
+      ->excludes(packets)->excludes(json)->excludes(inspect);
+  AddOptional(app, "--seed", options.seed, "the seed of --stress (default: a random one)")
+      ->type_name("N");
   packets->excludes(json);
   inspect->excludes(input);
 }

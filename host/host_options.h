@@ -24,6 +24,8 @@ struct HostOptions {
   bool exact = false;
   std::optional<int> speed;
   std::optional<unsigned int> chapter;
+  std::optional<uint32_t> stress;  // seconds
+  std::optional<uint64_t> seed;
 };
 
 // Declares the options on `app`, to be written into `options` by parsing.

@@ -19,19 +19,34 @@ KVL::vorq_string<unsigned char> Utf8(const std::string& text) {
 Player::Player(PluginModule& module, HostControl& control, ChunkSink& sink)
     : module_(module), control_(control), sink_(sink) {}
 
-Player::~Player() {
+Player::~Player() { Close(); }
+
+void Player::Close() {
   KVL::ContainerInterface& container = module_.container();
   for (KVL::StreamInterface* stream : streams_) stream->closeStream();
+  streams_.clear();
   if (titleOpen_) container.closeTitle(false);
+  titleOpen_ = false;
   // Streams the plug-in didn't give up must not outlive it.
   control_.dropStreams();
   if (opened_) container.close();
+  opened_ = false;
   if (session_) container.closeSavedSession(session_);
+  session_ = nullptr;
 }
 
 ExitStatus Player::Play(const PlayRequest& request, PlayReport& report) {
-  report.uri = request.uri;
-  source_ = std::make_unique<KVL::MediaSource>(Utf8(request.uri), Utf8(kMatroskaMimeType));
+  const ExitStatus opened = Open(request.uri, report);
+  if (opened != kPlayed) return opened;
+  const TitleTimeScale scale = timeScale(report);
+  ApplyRequest(request, scale, report);
+  Read(request, scale, report);
+  return kPlayed;
+}
+
+ExitStatus Player::Open(const std::string& uri, PlayReport& report) {
+  report.uri = uri;
+  source_ = std::make_unique<KVL::MediaSource>(Utf8(uri), Utf8(kMatroskaMimeType));
   if (!Probe(report)) return kNotPlayable;
 
   // open() takes the session over, and close() is due even if it fails.
@@ -48,13 +63,13 @@ ExitStatus Player::Play(const PlayRequest& request, PlayReport& report) {
   titleOpen_ = true;
   streams_ = control_.streams();
   OpenStreams(report);
+  return kPlayed;
+}
 
+TitleTimeScale Player::timeScale(const PlayReport& report) const {
   const uint32_t engineLength = report.chapters.empty() ? 0 : report.chapters.back().engineEnd;
   const uint32_t tickLength = streams_.empty() ? 0 : streams_.front()->duration();
-  const TitleTimeScale scale(engineLength, tickLength);
-  ApplyRequest(request, scale, report);
-  Read(request, scale, report);
-  return kPlayed;
+  return TitleTimeScale(engineLength, tickLength);
 }
 
 bool Player::Probe(PlayReport& report) {

@@ -32,8 +32,8 @@ struct PlayRequest {
 // Plays one medium through a loaded module in the engine's order: canPlay,
 // open, the title and its chapters, playFirstTitle, then per stream
 // openStream and getCodecData, the requested speed and seeks, reading to
-// the end; the destructor closes streams, title and file in that order,
-// whatever point Play() reached.
+// the end; Close() or the destructor closes streams, title and file in that
+// order, whatever point Play() or Open() reached.
 class Player {
  public:
   // All three must outlive the player; `control` must be the one the
@@ -46,6 +46,15 @@ class Player {
   // Fills `report` as far as playing got. Returns kPlayed, kNotPlayable or
   // kNotOpened; throws a HostError for a chapter the title doesn't have.
   ExitStatus Play(const PlayRequest& request, PlayReport& report);
+  // The first half of Play(): up to open streams with their codec data
+  // taken, for a caller that reads them its own way. Returns as Play().
+  ExitStatus Open(const std::string& uri, PlayReport& report);
+  // The open title's streams, in the order the plug-in added them.
+  const std::vector<KVL::StreamInterface*>& streams() const { return streams_; }
+  // The open title's clock, from what Open() reported.
+  TitleTimeScale timeScale(const PlayReport& report) const;
+  // Closes what is open, once; the streams are gone afterwards.
+  void Close();
 
  private:
   bool Probe(PlayReport& report);

@@ -1,11 +1,13 @@
 #include "host/run_host.h"
 
 #include <memory>
+#include <random>
 
 #include "host/chunk_sink.h"
 #include "host/host_control.h"
 #include "host/host_error.h"
 #include "host/host_options.h"
+#include "host/loaded_engine.h"
 #include "host/packet_table.h"
 #include "host/payload_extractor.h"
 #include "host/play_report.h"
@@ -14,39 +16,12 @@
 #include "host/report_json.h"
 #include "host/report_text.h"
 #include "host/source_uri.h"
+#include "host/stress_run.h"
 
 namespace kvlhost {
 namespace {
 
 constexpr char kProgramName[] = "kvl-play";
-
-// One loaded module, initialised with the host's control object as the
-// engine would: its PluginContext holds the refused formats.
-class LoadedEngine {
- public:
-  explicit LoadedEngine(const HostOptions& options)
-      : context_(MakeContext(options.refuse)),
-        module_(options.module.empty() ? PluginModule::DefaultPath() : options.module,
-                context_.get()) {
-    module_.container().init(&control_, control_.createUID());
-    control_.attach(&module_.container());
-  }
-
-  PluginModule& module() { return module_; }
-  HostControl& control() { return control_; }
-
- private:
-  static std::unique_ptr<KVL::PluginContext> MakeContext(const std::vector<std::string>& refuse) {
-    auto context = std::make_unique<KVL::PluginContext>();
-    for (const std::string& format : refuse) context->refuseVideoFormat(format);
-    return context;
-  }
-
-  // Declared in the order they must outlive one another.
-  HostControl control_;
-  std::unique_ptr<KVL::PluginContext> context_;
-  PluginModule module_;
-};
 
 void Describe(PluginModule& module, PlayReport& report) {
   report.module = module.path();
@@ -76,7 +51,7 @@ std::string RefusalText(const PlayReport& report) {
 }
 
 int Inspect(const HostOptions& options, const HostStreams& streams) {
-  LoadedEngine engine(options);
+  LoadedEngine engine(options.module, options.refuse);
   const std::string uri = SourceUri(*options.inspect);
   KVL::FileInspectorInterface& inspector = engine.module().inspector();
   const unsigned int opened = inspector.openFile(
@@ -100,8 +75,16 @@ std::unique_ptr<ChunkSink> MakeSink(const HostOptions& options, std::ostream& ou
   return std::make_unique<NullSink>();
 }
 
+// The one-line message of a medium that can't be played or opened.
+void ReportFailure(ExitStatus status, const PlayReport& report, std::ostream& errors) {
+  if (status == kNotPlayable)
+    errors << kProgramName << ": not playable: " << report.uri << RefusalText(report) << '\n';
+  else if (status == kNotOpened)
+    errors << kProgramName << ": cannot open: " << report.uri << '\n';
+}
+
 int Play(const HostOptions& options, const HostStreams& streams) {
-  LoadedEngine engine(options);
+  LoadedEngine engine(options.module, options.refuse);
   PlayReport report;
   Describe(engine.module(), report);
   PlayRequest request;
@@ -121,11 +104,22 @@ int Play(const HostOptions& options, const HostStreams& streams) {
   }
   report.engine = engine.control().record();
   WriteReport(options, report, streams.report);
-  if (status == kNotPlayable)
-    streams.errors << kProgramName << ": not playable: " << request.uri << RefusalText(report)
-                   << '\n';
-  else if (status == kNotOpened)
-    streams.errors << kProgramName << ": cannot open: " << request.uri << '\n';
+  ReportFailure(status, report, streams.errors);
+  return status;
+}
+
+int Stress(const HostOptions& options, const HostStreams& streams) {
+  LoadedEngine engine(options.module, options.refuse);
+  StressPlan plan;
+  plan.uri = SourceUri(options.input);
+  plan.seed = options.seed ? *options.seed : std::random_device()();
+  plan.seconds = *options.stress;
+  PlayReport report;
+  StressSummary summary;
+  const ExitStatus status = RunStress(engine.module(), engine.control(), plan, report, summary);
+  if (status == kPlayed || status == kStressRuleBroken)
+    streams.report << SummaryLine(plan, summary) << '\n';
+  ReportFailure(status, report, streams.errors);
   return status;
 }
 
@@ -143,7 +137,8 @@ int RunHost(int argc, const char* const* argv, const HostStreams& streams) {
   }
 
   try {
-    return options.inspect ? Inspect(options, streams) : Play(options, streams);
+    if (options.inspect) return Inspect(options, streams);
+    return options.stress ? Stress(options, streams) : Play(options, streams);
   } catch (const HostError& error) {
     streams.errors << kProgramName << ": " << error.what() << '\n';
     return error.status();

@@ -36,7 +36,10 @@ class KVL_API MediaBuffer {
 class KVL_API MediaChunk : public MediaBuffer {
  public:
   explicit MediaChunk(IBufferAllocator& allocator);
+  ~MediaChunk() override;
   IBufferAllocator& allocator() const { return allocator_; }
+  // Chunks made and not yet destroyed, in the whole process.
+  static long live();
 
   uint32_t startTime = 0;
   uint32_t duration = 0;

@@ -18,6 +18,8 @@ enum StreamReadMode : int { kReadSequential = 1, kReadOnePerSeek = 2 };
 enum StreamType : unsigned int { kStreamVideo = 272, kStreamAudio = 288 };
 
 constexpr int kReadSpeedNormal = 1000;
+// readStream() in read mode 2 once a chunk has gone out since the last seek.
+constexpr int kReadNothingUntilSeek = -8;
 
 // Base of every track reader. Times are timecode ticks.
 class KVL_API StreamInterface {

@@ -1,0 +1,58 @@
+// The engine-style concurrency run: the rules it judges by, then the run on
+// committed files with fixed seeds, bounded in calls (and, as a guard, time).
+#include <gtest/gtest.h>
+
+#include "host/loaded_engine.h"
+#include "host/source_uri.h"
+#include "host/stress_rules.h"
+#include "host/stress_run.h"
+#include "tests/support/media_files.h"
+
+namespace kvlhost {
+namespace {
+
+// Events on one stream of frames A B C stored in time order: 'A'..'C' a
+// chunk (sequential), 's' a seek, 'f' a failed seek, 'e' the end, 'x' the
+// end once the title may be closing.
+TEST(StressRules, ChunksFollowTheReferenceBetweenSeeks) {
+  const std::vector<FrameKey> frames = {{0, 1, 10}, {20, 1, 11}, {40, 1, 12}};
+  const struct {
+    const char* events;
+    size_t broken;
+  } cases[] = {
+      {"ABCe", 0}, {"ABsBCe", 0}, {"sBCe", 0}, {"se", 0},    {"fCe", 0},    {"Ax", 0},
+      {"ACe", 1},  {"ABBCe", 1},  {"Ae", 1},   {"ABCsAe", 1}, {"sCBCe", 2},  // back in time too
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.events);
+    BrokenRules broken;
+    StreamRules rules(0, frames, broken);
+    for (const char* event = c.events; *event; ++event) {
+      if (*event == 's' || *event == 'f') rules.OnSeek(*event == 's');
+      if (*event == 'e' || *event == 'x') rules.OnEnd(*event == 'x');
+      if (*event >= 'A' && *event <= 'C') rules.OnChunk(frames[*event - 'A'], true);
+    }
+    EXPECT_EQ(broken.count(), c.broken);
+  }
+}
+
+TEST(StressRun, CommittedFilesKeepEveryRule) {
+  const struct {
+    const char* media;
+    uint64_t seed;
+  } runs[] = {{"sample", 1}, {"h264_mp3_laced", 2}, {"h264_aac_scale100us", 3},
+              {"hevc_mp3", 4}, {"mpeg4_aac", 5}};
+  for (const auto& run : runs) {
+    SCOPED_TRACE(run.media);
+    LoadedEngine engine(MKVSOURCE_MODULE_PATH, {});
+    const StressPlan plan{SourceUri(mkvtest::MediaPath(run.media)), run.seed, 120, 400};
+    PlayReport report;
+    StressSummary summary;
+    EXPECT_EQ(RunStress(engine.module(), engine.control(), plan, report, summary), kPlayed)
+        << SummaryLine(plan, summary);
+    EXPECT_GT(summary.seeks, 0u);
+  }
+}
+
+}  // namespace
+}  // namespace kvlhost
