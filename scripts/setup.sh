@@ -22,7 +22,7 @@ work=  # the download folder, removed on exit
 packages=(
   cmake g++ make pkg-config xz-utils dpkg-dev file
   libwebm1 libxml2-dev libboost-thread-dev libboost-dev
-  googletest libgtest-dev libbenchmark-dev
+  googletest libgtest-dev libgmock-dev libbenchmark-dev
   libcli11-dev nlohmann-json3-dev libmd-dev
   "$@"
 )
