@@ -1,5 +1,7 @@
 #include "host/host_options.h"
 
+#include "host/version_text.h"
+
 namespace kvlhost {
 namespace {
 
@@ -23,7 +25,9 @@ void DefineOptions(CLI::App& app, HostOptions& options) {
   CLI::Option* input = app.add_option(
       "FILE", options.input, "a file path, or a URI with a scheme (file:..., http://...)");
   app.add_option("--module", options.module,
-                 "the plug-in module (default: MKVSource.so beside kvl-play)");
+                 "the plug-in module (default: MKVSource.so beside kvl-play, else in the "
+                 "installed plug-in folder)");
+  app.set_version_flag("--version", VersionText(), "print the versions of MKVSource and libwebm");
   CLI::Option* inspect = AddOptional(app, "--inspect", options.inspect,
                                      "print the file size the inspector reports, and exit");
   CLI::Option* packets =

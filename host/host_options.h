@@ -12,7 +12,7 @@ namespace kvlhost {
 
 // The command line of kvl-play.
 struct HostOptions {
-  std::string module;  // empty: MKVSource.so beside the executable
+  std::string module;  // empty: PluginModule::DefaultPath()
   std::string input;   // a path or a URI
   std::optional<std::string> inspect;
   bool packets = false;

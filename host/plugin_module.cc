@@ -49,10 +49,13 @@ PluginModule::PluginModule(const std::string& path, KVL::PluginContext* context)
 PluginModule::~PluginModule() { Unload(); }
 
 std::string PluginModule::DefaultPath() {
+  constexpr char kName[] = "MKVSource.so";
   std::error_code error;
   const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
-  if (error) return "MKVSource.so";
-  return (self.parent_path() / "MKVSource.so").string();
+  if (error) return kName;
+  const std::filesystem::path beside = self.parent_path() / kName;
+  if (std::filesystem::exists(beside, error)) return beside.string();
+  return (self.parent_path() / MKVSOURCE_PLUGIN_DIR / kName).lexically_normal().string();
 }
 
 void PluginModule::MakePlugin(KVL::PluginContext* context) {

@@ -30,7 +30,9 @@ class PluginModule {
   PluginModule(const PluginModule&) = delete;
   PluginModule& operator=(const PluginModule&) = delete;
 
-  // MKVSource.so in the folder of the running executable.
+  // MKVSource.so beside the running executable, as in the build tree, else
+  // in the installed plug-in folder: MKVSOURCE_PLUGIN_DIR, relative to the
+  // executable's folder, comes from the install rules.
   static std::string DefaultPath();
 
   const std::string& path() const { return path_; }

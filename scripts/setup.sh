@@ -1,86 +1,129 @@
 #!/usr/bin/env bash
 # Installs what MKVSource needs on a Debian bookworm machine, as root.
 # Idempotent: on a machine that has everything it only checks, and returns
-# within a second.
-set -euo pipefail
-
-here=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-deps="$here/.deps"
-headers="$deps/libwebm"
+# within a second. Extra Debian package names given as arguments are
+# installed with the rest when missing.
+# Every failure ends with one line on standard error: what failed; what to do.
+set -eEuo pipefail
 
 die() { echo "setup: $*" >&2; exit 1; }
+# The last net under the explicit checks; a failing command substitution
+# reports once, from the main shell.
+trap '((BASH_SUBSHELL)) || die "line $LINENO of scripts/setup.sh failed; rerun it with bash -x to see why"' ERR
+
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+headers="$here/.deps/libwebm"
+src_list=/etc/apt/sources.list.d/mkvsource-src.sources
+# Waits for another apt or dpkg run to finish instead of failing at once.
+apt=(apt-get -q -o DPkg::Lock::Timeout=600)
+lists_fresh=0
+work=  # the download folder, removed on exit
 
 packages=(
-  cmake g++ make pkg-config xz-utils
+  cmake g++ make pkg-config xz-utils dpkg-dev file
   libwebm1 libxml2-dev libboost-thread-dev libboost-dev
-  googletest libgtest-dev libbenchmark-dev
+  googletest libgtest-dev libgmock-dev libbenchmark-dev
   libcli11-dev nlohmann-json3-dev libmd-dev
+  "$@"
 )
 
-missing=()
-for p in "${packages[@]}"; do
-  status=$(dpkg-query -W -f='${Status}' "$p" 2>/dev/null || true)
-  [[ "$status" == "install ok installed" ]] || missing+=("$p")
-done
+as_root() { [[ $(id -u) -eq 0 ]] || die "$1 needs root; run this script as root"; }
 
-if ((${#missing[@]})); then
-  [[ $(id -u) -eq 0 ]] || die "run as root to install: ${missing[*]}"
+refresh_lists() {
+  "${apt[@]}" update >&2 || die "apt-get update failed; check the network and the sources in /etc/apt"
+  lists_fresh=1
+}
+
+install_missing() {
+  local missing=() p installed
+  # One query for all: dpkg-query takes a while on a busy machine. It fails
+  # when a package is unknown, which leaves that package missing.
+  installed=$(dpkg-query -W -f='${db:Status-Abbrev} ${Package}\n' "${packages[@]}" 2>/dev/null) ||
+    true
+  for p in "${packages[@]}"; do
+    [[ $'\n'$installed$'\n' == *$'\n'"ii  ${p%%:*}"$'\n'* ]] || missing+=("$p")
+  done
+  ((${#missing[@]})) || return 0
+  as_root "installing ${missing[*]}"
   echo "setup: installing ${missing[*]}" >&2
-  export DEBIAN_FRONTEND=noninteractive
-  apt-get update -q >&2
-  apt-get install -y -q --no-install-recommends "${missing[@]}" >&2
-fi
+  refresh_lists
+  DEBIAN_FRONTEND=noninteractive "${apt[@]}" install -y --no-install-recommends "${missing[@]}" >&2 ||
+    die "installing ${missing[*]} failed; check the package names and apt's messages above"
+}
+
+# Whether apt knows the source package of exactly the installed version. A
+# grep that stops early would break the pipe, so grep reads everything.
+source_listed() {
+  apt-cache showsrc --only-source libwebm 2>/dev/null | grep -x "Version: $version" > /dev/null
+}
+
+# Adds a deb-src entry for the archive this machine installs from, unless
+# apt can already reach the source package.
+find_source() {
+  source_listed && return 0
+  if ((!lists_fresh)); then
+    refresh_lists
+    source_listed && return 0
+  fi
+  local codename entry uri keyring
+  codename=$(. /etc/os-release && echo "${VERSION_CODENAME:-}") ||
+    die "cannot read /etc/os-release; this set-up is for Debian bookworm"
+  [[ -n $codename ]] || die "/etc/os-release names no release; this set-up is for Debian bookworm"
+  rm -f "$src_list"
+  entry=$(bash "$here/scripts/apt_archive.sh" /etc/apt "$codename") ||
+    die "no apt source for $codename in /etc/apt; add one, e.g. 'deb http://deb.debian.org/debian $codename main' to /etc/apt/sources.list"
+  read -r uri keyring <<< "$entry"
+  {
+    printf 'Types: deb-src\nURIs: %s\nSuites: %s\nComponents: main\n' "$uri" "$codename"
+    [[ -z $keyring ]] || printf 'Signed-By: %s\n' "$keyring"
+  } > "$src_list" || die "cannot write $src_list; check that /etc/apt is writable"
+  echo "setup: added $src_list for the sources of $uri" >&2
+  refresh_lists
+  source_listed ||
+    die "$uri has no source package libwebm $version; point $src_list at an archive that has it"
+}
+
+# Fetches the orig tarball of the installed version and keeps mkvparser's
+# header and source under .deps/.
+fetch_mkvparser() {
+  local upstream tree dsc_version
+  work=$(mktemp -d) || die "cannot make a temporary folder; check TMPDIR and free space"
+  trap 'rm -rf "$work"' EXIT
+  # apt downloads as its own unprivileged user.
+  chmod 777 "$work"
+  (cd "$work" && "${apt[@]}" source --download-only "libwebm=$version" >&2) ||
+    die "downloading the source package libwebm $version failed; check the network and apt's messages above"
+  dsc_version=$(awk '/^Version:/ {print $2; exit}' "$work"/libwebm_*.dsc) ||
+    die "the download of libwebm $version has no readable .dsc; run set-up again"
+  [[ $dsc_version == "$version" ]] ||
+    die "installed libwebm1 is $version but its source package is $dsc_version; run apt-get update and set-up again"
+  upstream=${version%-*}
+  tar -C "$work" -xf "$work/libwebm_${upstream}.orig.tar.xz" ||
+    die "cannot unpack libwebm_${upstream}.orig.tar.xz; check free space in ${TMPDIR:-/tmp}"
+  tree="$work/libwebm-$upstream"
+  [[ -f $tree/mkvparser/mkvparser.h && -f $tree/mkvparser/mkvparser.cc &&
+     -f $tree/common/webmids.h && -f $tree/LICENSE.TXT ]] ||
+    die "libwebm $version lacks mkvparser/mkvparser.h, .cc, common/webmids.h or LICENSE.TXT; report its version to the project"
+  # The fuzz build compiles the parser, which takes its element ids from common/.
+  rm -rf "$headers" && mkdir -p "$headers/mkvparser" "$headers/common" &&
+    cp "$tree/mkvparser/mkvparser.h" "$tree/mkvparser/mkvparser.cc" "$headers/mkvparser/" &&
+    cp "$tree/common/webmids.h" "$headers/common/" &&
+    cp "$tree/LICENSE.TXT" "$headers/" && echo "$version" > "$headers/VERSION" ||
+    die "cannot write $headers; check that the project folder is writable"
+  echo "setup: mkvparser of libwebm $version in $headers" >&2
+}
+
+install_missing
+version=$(dpkg-query -W -f='${Version}' libwebm1) ||
+  die "dpkg does not list libwebm1 although it was installed; run: apt-get install --reinstall libwebm1"
 
 # mkvparser's headers are not in Debian's libwebm-dev; they come from the
 # source package of exactly the installed library's version.
-version=$(dpkg-query -W -f='${Version}' libwebm1)
-if [[ -f "$headers/VERSION" && $(cat "$headers/VERSION") == "$version" &&
-      -f "$headers/mkvparser/mkvparser.h" && -f "$headers/common/webmids.h" ]]; then
+kept=$(cat "$headers/VERSION" 2>/dev/null) || kept=
+if [[ $kept == "$version" && -f $headers/mkvparser/mkvparser.h &&
+      -f $headers/mkvparser/mkvparser.cc && -f $headers/common/webmids.h ]]; then
   exit 0
 fi
-
-[[ $(id -u) -eq 0 ]] || die "run as root to fetch the mkvparser headers of libwebm $version"
-
-src_list=/etc/apt/sources.list.d/mkvsource-src.sources
-if ! grep -rqs '^Types:.*deb-src' /etc/apt/sources.list.d/ &&
-   ! grep -qs '^deb-src' /etc/apt/sources.list; then
-  # Use the archive that this machine's own apt sources name.
-  archive=$(grep -rhs '^URIs:' /etc/apt/sources.list.d/*.sources | grep -v security |
-            awk '{print $2}' | head -n 1)
-  [[ -n "$archive" ]] || archive=$(grep -hs '^deb ' /etc/apt/sources.list |
-            grep -v security | awk '{print $2}' | head -n 1)
-  [[ -n "$archive" ]] || die "no Debian archive found in the apt sources"
-  cat > "$src_list" <<SRC
-Types: deb-src
-URIs: $archive
-Suites: bookworm
-Components: main
-Signed-By: /usr/share/keyrings/debian-archive-keyring.gpg
-SRC
-  apt-get update -q >&2
-fi
-
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-chmod 777 "$work"
-(cd "$work" && apt-get source -q --download-only "libwebm=$version" >&2) ||
-  die "the source package libwebm $version is not reachable through apt"
-
-dsc_version=$(awk '/^Version:/ {print $2; exit}' "$work"/libwebm_*.dsc)
-[[ "$dsc_version" == "$version" ]] ||
-  die "installed libwebm1 is $version but the source package is $dsc_version"
-
-upstream=${version%-*}
-tar -C "$work" -xf "$work/libwebm_${upstream}.orig.tar.xz"
-tree="$work/libwebm-$upstream"
-[[ -f "$tree/mkvparser/mkvparser.h" ]] || die "no mkvparser/mkvparser.h in libwebm $version"
-
-rm -rf "$headers"
-mkdir -p "$headers/mkvparser"
-cp "$tree/mkvparser/mkvparser.h" "$headers/mkvparser/"
-# The fuzz build compiles the parser, which takes its element ids from here.
-mkdir -p "$headers/common"
-cp "$tree/common/webmids.h" "$headers/common/"
-cp "$tree/LICENSE.TXT" "$headers/" 2>/dev/null || true
-echo "$version" > "$headers/VERSION"
-echo "setup: mkvparser headers of libwebm $version in $headers" >&2
+as_root "fetching mkvparser of libwebm $version"
+find_source
+fetch_mkvparser
