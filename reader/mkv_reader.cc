@@ -6,12 +6,13 @@
 namespace KVL {
 namespace {
 
-// Windows start on this boundary, so that the backward peeks of the parser
-// usually land in the window that the forward read just filled.
+// Windows start on this boundary, one step before the request, so that the
+// backward peeks of the parser and a read that crosses the end of the last
+// window land in the window that the forward read just filled.
 constexpr long long kWindowAlign = 4096;
 
 // Reads of at most this size go through the window; larger ones go direct.
-constexpr long kLargestWindowedRead = MkvReader::kWindowBytes - kWindowAlign;
+constexpr long kLargestWindowedRead = MkvReader::kWindowBytes - 2 * kWindowAlign;
 
 }  // namespace
 
@@ -70,7 +71,7 @@ long MkvReader::ReadAt(long long position, long length, unsigned char* buffer) {
 
 bool MkvReader::FillWindow(long long position) {
   if (!window_) window_.reset(new unsigned char[kWindowBytes]);
-  windowStart_ = position - position % kWindowAlign;
+  windowStart_ = std::max(0LL, position - position % kWindowAlign - kWindowAlign);
   windowBytes_ = ReadAt(windowStart_, kWindowBytes, window_.get());
   return windowBytes_ > position - windowStart_;
 }
