@@ -14,10 +14,11 @@ constexpr long long kWindowAlign = 4096;
 // Reads of at most this size go through the window; larger ones go direct.
 constexpr long kLargestWindowedRead = MkvReader::kWindowBytes - 2 * kWindowAlign;
 
-// What a window holds when the request lies past its end: the parser is
-// skipping bytes it doesn't want, as the probe does from cluster head to
-// cluster head, and would skip most of a full window too. A read that then
-// runs on past this short window fills a whole one.
+// What a window holds when the request lies further past its end than
+// this: the parser is skipping bytes it doesn't want, as the probe does from
+// cluster head to cluster head, and would skip most of a full window too. A
+// read that then runs on past this short window fills a whole one. Smaller
+// gaps are a cluster's walk stepping over other tracks' frames.
 constexpr long kSkipWindowBytes = 4 * kWindowAlign;
 
 }  // namespace
@@ -77,7 +78,8 @@ long MkvReader::ReadAt(long long position, long length, unsigned char* buffer) {
 
 bool MkvReader::FillWindow(long long position, long length) {
   if (!window_) window_.reset(new unsigned char[kWindowBytes]);
-  const bool skipping = windowBytes_ > 0 && position > windowStart_ + windowBytes_;
+  const bool skipping =
+      windowBytes_ > 0 && position >= windowStart_ + windowBytes_ + kSkipWindowBytes;
   windowStart_ = std::max(0LL, position - position % kWindowAlign - kWindowAlign);
   const long wanted = static_cast<long>(position - windowStart_) + length;
   const long fill = skipping ? std::max(kSkipWindowBytes, wanted) : kWindowBytes;
