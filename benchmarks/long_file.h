@@ -5,8 +5,13 @@
 
 #include <string>
 
+#include "tests/support/mkv_writer.h"
+
 namespace mkvbench {
 
+// The bytes of a file of `seconds` seconds, its frames `payloadScale` times
+// the usual size.
+mkvtest::Bytes LongFileBytes(int seconds, int payloadScale = 1);
 // Writes a file of `minutes` minutes to `path`.
 void WriteLongFile(const std::string& path, int minutes);
 

@@ -4,6 +4,7 @@
 #include <iostream>
 #include <ext/stdio_filebuf.h>
 
+#include "host/heap_pages.h"
 #include "host/host_error.h"
 #include "host/run_host.h"
 
@@ -12,6 +13,7 @@
 // by putting the error descriptor under descriptor 1 and writing the report
 // to a copy of the original descriptor 1.
 int main(int argc, char** argv) {
+  kvlhost::UseHugeHeapPages();
   const int reportFd = dup(STDOUT_FILENO);
   if (reportFd < 0 || dup2(STDERR_FILENO, STDOUT_FILENO) < 0) {
     std::perror("kvl-play: cannot set up standard output");

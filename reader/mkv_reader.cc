@@ -6,12 +6,20 @@
 namespace KVL {
 namespace {
 
-// Windows start on this boundary, so that the backward peeks of the parser
-// usually land in the window that the forward read just filled.
+// Windows start on this boundary, one step before the request, so that the
+// backward peeks of the parser and a read that crosses the end of the last
+// window land in the window that the forward read just filled.
 constexpr long long kWindowAlign = 4096;
 
 // Reads of at most this size go through the window; larger ones go direct.
-constexpr long kLargestWindowedRead = MkvReader::kWindowBytes - kWindowAlign;
+constexpr long kLargestWindowedRead = MkvReader::kWindowBytes - 2 * kWindowAlign;
+
+// What a window holds when the request lies further past its end than
+// this: the parser is skipping bytes it doesn't want, as the probe does from
+// cluster head to cluster head, and would skip most of a full window too. A
+// read that then runs on past this short window fills a whole one. Smaller
+// gaps are a cluster's walk stepping over other tracks' frames.
+constexpr long kSkipWindowBytes = 4 * kWindowAlign;
 
 }  // namespace
 
@@ -56,7 +64,7 @@ int MkvReader::Read(long long position, long length, unsigned char* buffer) {
 
   const bool inWindow = position >= windowStart_ &&
                         position + length <= windowStart_ + windowBytes_;
-  if (!inWindow && !FillWindow(position)) return -1;
+  if (!inWindow && !FillWindow(position, length)) return -1;
   const long offset = static_cast<long>(position - windowStart_);
   const long copied = std::max(0L, std::min(length, windowBytes_ - offset));
   std::memcpy(buffer, window_.get() + offset, copied);
@@ -68,10 +76,14 @@ long MkvReader::ReadAt(long long position, long length, unsigned char* buffer) {
   return static_cast<long>(std::fread(buffer, 1, length, file_));
 }
 
-bool MkvReader::FillWindow(long long position) {
+bool MkvReader::FillWindow(long long position, long length) {
   if (!window_) window_.reset(new unsigned char[kWindowBytes]);
-  windowStart_ = position - position % kWindowAlign;
-  windowBytes_ = ReadAt(windowStart_, kWindowBytes, window_.get());
+  const bool skipping =
+      windowBytes_ > 0 && position >= windowStart_ + windowBytes_ + kSkipWindowBytes;
+  windowStart_ = std::max(0LL, position - position % kWindowAlign - kWindowAlign);
+  const long wanted = static_cast<long>(position - windowStart_) + length;
+  const long fill = skipping ? std::max(kSkipWindowBytes, wanted) : kWindowBytes;
+  windowBytes_ = ReadAt(windowStart_, fill, window_.get());
   return windowBytes_ > position - windowStart_;
 }
 

@@ -34,7 +34,7 @@ class MkvReader : public IMkvReader {
 
  private:
   long ReadAt(long long position, long length, unsigned char* buffer);
-  bool FillWindow(long long position);
+  bool FillWindow(long long position, long length);
 
   long long length_ = 0;
   FILE* file_ = nullptr;

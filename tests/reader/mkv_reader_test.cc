@@ -41,9 +41,9 @@ class MkvReaderTest : public testing::Test {
   MkvReader reader_;
 };
 
-// Reads of nothing, out of the file, across and larger than a window, and
-// peeks forward and backward as the parser makes them. A read that runs
-// past the end fails but keeps what was there.
+// Reads of nothing, out of the file, across and larger than a window, past
+// its end, and peeks forward and backward as the parser makes them. A read
+// that runs past the end of the file fails but keeps what was there.
 TEST_F(MkvReaderTest, ReadResults) {
   const struct {
     long long position;
@@ -57,7 +57,10 @@ TEST_F(MkvReaderTest, ReadResults) {
                {0, 16, 0},
                {kFileBytes - 16, 16, 0},
                {MkvReader::kWindowBytes - 3, 6, 0},
-               {1000, MkvReader::kWindowBytes + 5, 0}};
+               {1000, MkvReader::kWindowBytes + 5, 0},
+               // Well past the window's end, longer than a short window, then on past it.
+               {2 * MkvReader::kWindowBytes + 20000, 50000, 0},
+               {2 * MkvReader::kWindowBytes + 60000, 20000, 0}};
   for (const auto& c : cases) {
     EXPECT_TRUE(ReadsPattern(reader_, c.position, c.length, c.result))
         << c.position << "+" << c.length;

@@ -1,0 +1,55 @@
+#!/usr/bin/env bash
+# Times a full play by kvl-play against reading the file once (cat, the
+# floor) and ffmpeg's copy of every stream to null, interleaved: each round
+# runs the three in turn, so load from elsewhere on the machine falls on all
+# of them alike. Prints each one's median wall and CPU (user + system) time
+# and kvl-play's ratios of both: on a busy machine a run that takes longer
+# is also preempted more often, so the CPU ratio is the steadier one.
+#   benchmarks/compare.sh build/bin/kvl-play FILE [ROUNDS]
+set -euo pipefail
+if [[ $# -lt 2 ]]; then
+  echo "usage: $0 KVL_PLAY FILE [ROUNDS]" >&2
+  exit 2
+fi
+play=$1 file=$2 rounds=${3:-15}
+
+timing=$(mktemp)
+trap 'rm -f "$timing"' EXIT
+
+# Runs one of the three under perf stat, which writes its wall time
+# (duration_time, ns) and task clock (CPU ms, user and system) to $timing;
+# /usr/bin/time counts in 10 ms, too coarse for cat.
+run() {
+  local timed=(perf stat -x, -e duration_time,task-clock -o "$timing" --)
+  case $1 in
+    cat) "${timed[@]}" cat "$file" > /dev/null ;;
+    play) "${timed[@]}" "$play" "$file" > /dev/null 2>&1 ;;
+    ffmpeg) "${timed[@]}" ffmpeg -nostdin -v error -i "$file" -map 0 -c copy -f null - ;;
+  esac
+}
+
+names=(cat play ffmpeg)
+declare -A wall cpu
+for name in "${names[@]}"; do run "$name"; done  # warm the page cache
+for ((round = 0; round < rounds; ++round)); do
+  for name in "${names[@]}"; do
+    run "$name"
+    wall[$name]+="$(awk -F, '/duration_time/ { print $1 / 1e9 }' "$timing") "
+    cpu[$name]+="$(awk -F, '/task-clock/ { print $1 / 1000 }' "$timing") "
+  done
+done
+
+median() { tr ' ' '\n' <<< "$1" | sed '/^$/d' | sort -g | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'; }
+declare -A wallMedian cpuMedian
+for name in "${names[@]}"; do
+  wallMedian[$name]=$(median "${wall[$name]}")
+  cpuMedian[$name]=$(median "${cpu[$name]}")
+  printf '%-8s median wall %.4f s, cpu %.4f s over %d rounds\n' \
+    "$name" "${wallMedian[$name]}" "${cpuMedian[$name]}" "$rounds"
+done
+ratios() {
+  awk -v what="$1" -v p="$2" -v c="$3" -v f="$4" \
+    'BEGIN { printf "%s: kvl-play / cat %.2fx, kvl-play / ffmpeg %.2fx\n", what, p / c, p / f }'
+}
+ratios wall "${wallMedian[play]}" "${wallMedian[cat]}" "${wallMedian[ffmpeg]}"
+ratios cpu "${cpuMedian[play]}" "${cpuMedian[cat]}" "${cpuMedian[ffmpeg]}"
