@@ -1,23 +1,23 @@
 #ifndef TESTS_CODEC_MKV_CODEC_PRIVATE_H_
 #define TESTS_CODEC_MKV_CODEC_PRIVATE_H_
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <string>
 #include <vector>
 
-#include "tests/support/loaded_segment.h"
-
 // The CodecPrivate of the first track of the Matroska file `name` under the
-// tests' data folder, as mkvparser reads it; empty when there is none.
+// tests' data folder: the body of the first element 63 A2, which in every
+// committed file is the first track's, with a one-byte size. Empty if absent.
 inline std::vector<unsigned char> FirstTrackCodecPrivate(const std::string& name) {
   std::ifstream in(std::string(CODEC_TEST_DATA_DIR) + "/" + name, std::ios::binary);
-  mkvtest::LoadedSegment loaded(mkvtest::Bytes(std::istreambuf_iterator<char>(in), {}));
-  const mkvparser::Track* track =
-      loaded.status == 0 ? loaded.segment->GetTracks()->GetTrackByIndex(0) : nullptr;
-  size_t size = 0;
-  const unsigned char* data = track ? track->GetCodecPrivate(size) : nullptr;
-  return data ? std::vector<unsigned char>(data, data + size) : std::vector<unsigned char>();
+  const std::vector<unsigned char> file{std::istreambuf_iterator<char>(in), {}};
+  const unsigned char id[] = {0x63, 0xA2};
+  const auto at = std::search(file.begin(), file.end(), id, id + 2);
+  const long size = file.end() - at > 2 && at[2] & 0x80 ? at[2] & 0x7F : -1;
+  if (size < 0 || file.end() - at < 3 + size) return {};
+  return std::vector<unsigned char>(at + 3, at + 3 + size);
 }
 
 #endif  // TESTS_CODEC_MKV_CODEC_PRIVATE_H_

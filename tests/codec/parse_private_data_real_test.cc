@@ -27,29 +27,27 @@ TEST_P(RealAVCFileTest, AgreesWithFFprobeAndFFmpegsReadingWholeAndCut) {
   Bytes record = FirstTrackCodecPrivate(std::string("avc/") + GetParam() + ".mkv");
   std::map<std::string, std::string> facts = AvcFileFacts(GetParam());
   ASSERT_GT(record.size(), 8u);
-  // Fields that ffmpeg's reading names, under our names: each part's last
-  // field, as a read that goes wrong shifts every field behind it.
+  // Each part's last field that ffmpeg names: a read that goes wrong shifts
+  // every field behind it.
   const std::map<std::string, std::function<int64_t(const ParsePrivateData&)>> fields = {
-      SPS(profile_idc), SPS(level_idc), SPS(separate_colour_plane_flag), SPS(bit_depth_chroma_minus8),
-      SPS(seq_scaling_matrix_present_flag), SPS(log2_max_pic_order_cnt_lsb_minus4),
-      SPS(pic_order_cnt_type), SPS(mb_adaptive_frame_field_flag), SPS(frame_crop_bottom_offset),
-      SPS(sar_height), SPS(overscan_appropriate_flag), SPS(matrix_coefficients),
-      SPS(chroma_sample_loc_type_bottom_field), SPS(fixed_frame_rate_flag), SPS(nalHrd.cbr_flag[0]),
-      SPS(nalHrd.time_offset_length), SPS(max_dec_frame_buffering)};
+      SPS(profile_idc), SPS(level_idc), SPS(separate_colour_plane_flag),
+      SPS(bit_depth_chroma_minus8), SPS(seq_scaling_matrix_present_flag),
+      SPS(log2_max_pic_order_cnt_lsb_minus4), SPS(pic_order_cnt_type),
+      SPS(mb_adaptive_frame_field_flag), SPS(frame_crop_bottom_offset), SPS(sar_height),
+      SPS(overscan_appropriate_flag), SPS(matrix_coefficients),
+      SPS(chroma_sample_loc_type_bottom_field), SPS(fixed_frame_rate_flag),
+      SPS(nalHrd.cbr_flag[0]), SPS(nalHrd.time_offset_length), SPS(max_dec_frame_buffering)};
   ParsePrivateData parsed;
   ASSERT_EQ(0, parsed.Init(record.data(), static_cast<unsigned int>(record.size())));
-
   unsigned int rate = 0, buffer = 0;
   parsed.getBitrate(&rate);
   parsed.getVBV(&buffer);
   EXPECT_EQ(facts.count("hrd_bit_rate") ? facts["hrd_bit_rate"] : "64", std::to_string(rate));
   EXPECT_EQ(facts.count("hrd_cpb_size") ? facts["hrd_cpb_size"] : "16", std::to_string(buffer));
   size_t compared = 0;
-  for (const auto& [key, value] : facts) {
-    if (key.rfind("sps.", 0) != 0) continue;
-    const auto field = fields.find(key.substr(4));
-    if (field == fields.end()) continue;
-    EXPECT_EQ(value, std::to_string(field->second(parsed))) << key;
+  for (const auto& [name, field] : fields) {
+    if (!facts.count("sps." + name)) continue;
+    EXPECT_EQ(facts["sps." + name], std::to_string(field(parsed))) << name;
     ++compared;
   }
   EXPECT_GE(compared, 5u);
@@ -63,22 +61,20 @@ TEST_P(RealAVCFileTest, AgreesWithFFprobeAndFFmpegsReadingWholeAndCut) {
   });
   Bytes rbsp(setEnd - 9);
   unsigned int rbspSize = static_cast<unsigned int>(rbsp.size());
-  ASSERT_EQ(0, AVCCopyRemove_Emulation_Prevention_0x03_Byte(
-                   record.data() + 9, rbspSize, rbsp.data(), &rbspSize));
+  ASSERT_EQ(0, AVCCopyRemove_Emulation_Prevention_0x03_Byte(record.data() + 9, rbspSize,
+                                                            rbsp.data(), &rbspSize));
   rbsp.resize(rbspSize);
   ForEachPrefix(rbsp, [&](unsigned char* data, unsigned int size) {
     ParsePrivateData q;
     q.AVCParseSPS(data, size);
     EXPECT_EQ(size >= 3 ? parsed.level_idc : 0, q.level_idc);
-    if (size == rbsp.size()) {
-      EXPECT_EQ(parsed.max_dec_frame_buffering, q.max_dec_frame_buffering);
-    }
+    if (size == rbsp.size()) EXPECT_EQ(parsed.max_dec_frame_buffering, q.max_dec_frame_buffering);
   });
 }
 
 INSTANTIATE_TEST_SUITE_P(X264, RealAVCFileTest,
-                         testing::Values("baseline_l10", "main_l30_vui",
-                                         "high_l41_vbr_hrd", "high_l40_cbr_hrd",
-                                         "high10_l31_interlaced", "high444_l20"));
+                         testing::Values("baseline_l10", "main_l30_vui", "high_l41_vbr_hrd",
+                                         "high_l40_cbr_hrd", "high10_l31_interlaced",
+                                         "high444_l20"));
 
 }  // namespace

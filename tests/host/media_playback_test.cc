@@ -10,6 +10,15 @@
 namespace hosttest {
 namespace {
 
+using mkvtest::CsvRow;
+using Tracks = std::map<std::string, std::vector<CsvRow>>;
+
+Tracks ByTrack(const std::vector<CsvRow>& rows, size_t column) {
+  Tracks tracks;
+  for (const CsvRow& row : rows) tracks[row.at(column)].push_back(row);
+  return tracks;
+}
+
 class MediaPlayback : public testing::TestWithParam<const char*> {};
 
 // Frames by track against ffprobe's, the same with a thread per stream,
@@ -20,55 +29,44 @@ TEST_P(MediaPlayback, DeliversEveryFrameAsFfprobeSawItFurthestBehindFirst) {
   const HostRun run = RunKvlPlay({"--packets", path});
   const HostRun threaded = RunKvlPlay({"--packets", "--threads", path});
   ASSERT_EQ(run.status + threaded.status, 0) << run.errors << threaded.errors;
-  const auto byTrack = [](const HostRun& run) {
-    std::map<unsigned int, std::vector<PacketRow>> tracks;
-    for (const PacketRow& row : ParsePacketRows(run.report)) tracks[row.track].push_back(row);
-    return tracks;
-  };
-  const auto chunks = byTrack(run);
-  auto threadedChunks = byTrack(threaded);
-  std::map<unsigned int, std::vector<mkvtest::Packet>> packets;
-  for (const mkvtest::Packet& p : mkvtest::ReadPackets(GetParam())) packets[p.stream].push_back(p);
+  EXPECT_EQ(0u, run.report.find("stream,kind,track,start,duration,size,md5\n"));
+  const std::vector<CsvRow> rows = mkvtest::CsvRows(run.report);
+  const Tracks chunks = ByTrack(rows, kTrack);
+  const Tracks threadedChunks = ByTrack(mkvtest::CsvRows(threaded.report), kTrack);
+  const Tracks packets = ByTrack(mkvtest::ReadPackets(GetParam()), 0);
   ASSERT_FALSE(packets.empty());
   ASSERT_EQ(chunks.size(), packets.size());
   for (const auto& [track, expected] : packets) {
-    SCOPED_TRACE("track " + std::to_string(track));
-    const std::vector<PacketRow>& got = chunks.at(track);
-    const std::vector<PacketRow>& gotThreaded = threadedChunks[track];
+    SCOPED_TRACE("track " + track);
+    const std::vector<CsvRow>& got = chunks.at(track);
+    EXPECT_EQ(threadedChunks.at(track), got);
     ASSERT_EQ(got.size(), expected.size());
-    ASSERT_EQ(gotThreaded.size(), expected.size());
     for (size_t i = 0; i < got.size(); ++i) {
       SCOPED_TRACE("frame " + std::to_string(i));
-      EXPECT_EQ(got[i].size, expected[i].size);
-      EXPECT_EQ(got[i].md5, expected[i].md5);
-      EXPECT_EQ(gotThreaded[i].md5 + std::to_string(gotThreaded[i].start),
-                got[i].md5 + std::to_string(got[i].start));
-      // ffprobe interpolates the times of later frames of a laced block,
-      // while every frame of a block carries the block's time: compare the
-      // first frame of each block only.
-      const bool firstOfBlock = i == 0 || got[i].start != got[i - 1].start;
-      if (firstOfBlock && expected[i].pts) {
-        EXPECT_EQ(got[i].start, *expected[i].pts);
-      }
+      EXPECT_EQ(got[i][kSize] + " " + got[i][kMd5], expected[i][2] + " " + expected[i][3]);
+      // Every frame of a laced block carries the block's time, while ffprobe
+      // interpolates the later ones: compare each block's first frame only.
+      const bool firstOfBlock = i == 0 || got[i][kStart] != got[i - 1][kStart];
+      if (firstOfBlock && !expected[i][1].empty()) EXPECT_EQ(got[i][kStart], expected[i][1]);
     }
   }
-  const std::vector<PacketRow> rows = ParsePacketRows(run.report);
-  std::map<size_t, size_t> lastRow;
-  for (size_t i = 0; i < rows.size(); ++i) lastRow[rows[i].stream] = i;
-  std::map<size_t, uint32_t> end;
+  std::map<std::string, size_t> lastRow;
+  for (size_t i = 0; i < rows.size(); ++i) lastRow[rows[i][kStream]] = i;
+  std::map<std::string, uint64_t> end;
   for (size_t i = 0; i < rows.size(); ++i) {
-    const size_t chosen = rows[i].stream;
+    const std::string& chosen = rows[i][kStream];
     for (const auto& [stream, last] : lastRow) {
       if (stream == chosen || last < i) continue;
       EXPECT_LE(end[chosen] + (stream < chosen), end[stream]) << "row " << i;
     }
-    end[chosen] = rows[i].start + rows[i].duration;
+    end[chosen] = std::stoull(rows[i][kStart]) + std::stoull(rows[i][kDuration]);
   }
 }
 
 INSTANTIATE_TEST_SUITE_P(CommittedFiles, MediaPlayback,
-                         testing::Values("h264_aac", "hevc_mp3", "h264_mp3_laced", "h264_mp3_wide_pixels",
-                                         "h264_aac_scale100us", "mpeg4_aac", "sample"));
+                         testing::Values("h264_aac", "hevc_mp3", "h264_mp3_laced",
+                                         "h264_mp3_wide_pixels", "h264_aac_scale100us",
+                                         "mpeg4_aac", "sample"));
 
 }  // namespace
 }  // namespace hosttest

@@ -136,10 +136,10 @@ TEST(RunHost, ExtractWritesPayloadsAsDelivered) {
   const HostRun extract = RunKvlPlay({"--extract", dir, kSample});
   ASSERT_EQ(extract.status, 0) << extract.errors;
   const HostRun listed = RunKvlPlay({"--packets", kSample});
-  std::map<size_t, size_t> bytes;
-  for (const PacketRow& row : ParsePacketRows(listed.report)) bytes[row.stream] += row.size;
-  EXPECT_EQ(std::filesystem::file_size(dir + "/stream0-video.bin"), bytes[0]);
-  EXPECT_EQ(std::filesystem::file_size(dir + "/stream1-audio.bin"), bytes[1]);
+  std::map<std::string, size_t> bytes;
+  for (const auto& row : mkvtest::CsvRows(listed.report)) bytes[row[kStream]] += stoul(row[kSize]);
+  EXPECT_EQ(std::filesystem::file_size(dir + "/stream0-video.bin"), bytes["0"]);
+  EXPECT_EQ(std::filesystem::file_size(dir + "/stream1-audio.bin"), bytes["1"]);
   EXPECT_GT(std::filesystem::file_size(dir + "/stream0-video.private"), 0u);
 }
 

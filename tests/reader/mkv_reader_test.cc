@@ -21,7 +21,7 @@ std::string PatternFile(size_t size) {
   return mkvtest::WriteTemp(bytes, ".bin");
 }
 
-// Whether Read(position, length) succeeds with the file's bytes; with
+// Whether Read(position, length) gives `result` and the file's bytes; with
 // `keep`, how many leading bytes must be the file's even when it fails.
 ::testing::AssertionResult ReadsPattern(MkvReader& reader, long long position, long length,
                                         int result = 0, long keep = -1) {
@@ -35,76 +35,64 @@ std::string PatternFile(size_t size) {
   return ::testing::AssertionSuccess();
 }
 
-class MkvReaderTest : public testing::Test {
- protected:
-  void SetUp() override { ASSERT_EQ(0, reader_.Open(PatternFile(kFileBytes).c_str())); }
-  MkvReader reader_;
-};
+long long Total(MkvReader& reader, int result = 0) {
+  long long total = 42;
+  EXPECT_EQ(result, reader.Length(&total, nullptr));
+  return total;
+}
 
 // Reads of nothing, out of the file, across and larger than a window, past
 // its end, and peeks forward and backward as the parser makes them. A read
 // that runs past the end of the file fails but keeps what was there.
-TEST_F(MkvReaderTest, ReadResults) {
+TEST(MkvReader, ReadResults) {
+  MkvReader reader;
+  ASSERT_EQ(0, reader.Open(PatternFile(kFileBytes).c_str()));
   const struct {
     long long position;
     long length;
     int result;
-  } cases[] = {{0, 0, 0},
-               {kFileBytes + 10, 0, 0},
-               {-1, 4, -1},
-               {0, -1, -1},
-               {kFileBytes, 1, -1},
-               {0, 16, 0},
-               {kFileBytes - 16, 16, 0},
-               {MkvReader::kWindowBytes - 3, 6, 0},
+  } cases[] = {{0, 0, 0}, {kFileBytes + 10, 0, 0}, {-1, 4, -1}, {0, -1, -1}, {kFileBytes, 1, -1},
+               {0, 16, 0}, {kFileBytes - 16, 16, 0}, {MkvReader::kWindowBytes - 3, 6, 0},
                {1000, MkvReader::kWindowBytes + 5, 0},
                // Well past the window's end, longer than a short window, then on past it.
                {2 * MkvReader::kWindowBytes + 20000, 50000, 0},
                {2 * MkvReader::kWindowBytes + 60000, 20000, 0}};
   for (const auto& c : cases) {
-    EXPECT_TRUE(ReadsPattern(reader_, c.position, c.length, c.result))
+    EXPECT_TRUE(ReadsPattern(reader, c.position, c.length, c.result))
         << c.position << "+" << c.length;
   }
-  EXPECT_TRUE(ReadsPattern(reader_, kFileBytes - 8, 32, -1, 8));
+  EXPECT_TRUE(ReadsPattern(reader, kFileBytes - 8, 32, -1, 8));
   long long position = 17;
   for (int i = 0; i < 2000; ++i) {
     position = (position * 1103515245 + 12345) % (kFileBytes - 64);
-    ASSERT_TRUE(ReadsPattern(reader_, position, 1 + i % 64)) << position;
+    ASSERT_TRUE(ReadsPattern(reader, position, 1 + i % 64)) << position;
   }
 }
 
 // Open and Close move the reader between its two states, as often as
-// wanted; a second Open keeps the first file.
-TEST_F(MkvReaderTest, OpenAndCloseRules) {
-  const std::string other = PatternFile(100);
-  long long total = 0, available = 0;
-  EXPECT_EQ(-1, reader_.Open(other.c_str()));
-  EXPECT_EQ(0, reader_.Length(&total, &available));
-  EXPECT_EQ(kFileBytes, total);
-  EXPECT_EQ(kFileBytes, available);
-  EXPECT_EQ(0, reader_.Length(nullptr, nullptr));
-
-  reader_.Close();
-  reader_.Close();
-  total = 42;
-  EXPECT_TRUE(ReadsPattern(reader_, 0, 1, -1));
-  EXPECT_TRUE(ReadsPattern(reader_, 0, 0, -1));
-  EXPECT_EQ(-1, reader_.Length(&total, nullptr));
-  EXPECT_EQ(42, total);
-  EXPECT_EQ(-1, reader_.Open(nullptr));
-  EXPECT_EQ(-1, reader_.Open("/nonexistent/file.mkv"));
-
-  ASSERT_EQ(0, reader_.Open(other.c_str()));
-  reader_.Length(&total, nullptr);
-  EXPECT_EQ(100, total);
-  EXPECT_TRUE(ReadsPattern(reader_, 90, 10));
-}
-
-// A file shrunk under an open reader: the missing bytes are a failed read,
-// never stale or undefined ones.
-TEST(MkvReader, FileCutWhileOpenFailsTheRead) {
-  const std::string path = PatternFile(kFileBytes);
+// wanted; a second Open keeps the first file. A file shrunk under an open
+// reader fails the reads of its missing bytes, never gives stale ones.
+TEST(MkvReader, OpenCloseAndAFileCutWhileOpen) {
+  const std::string path = PatternFile(kFileBytes), other = PatternFile(100);
   MkvReader reader;
+  ASSERT_EQ(0, reader.Open(path.c_str()));
+  EXPECT_EQ(-1, reader.Open(other.c_str()));
+  long long available = 0;
+  EXPECT_EQ(0, reader.Length(nullptr, &available));
+  EXPECT_EQ(kFileBytes, available);
+  EXPECT_EQ(kFileBytes, Total(reader));
+  reader.Close();
+  reader.Close();
+  EXPECT_TRUE(ReadsPattern(reader, 0, 1, -1));
+  EXPECT_TRUE(ReadsPattern(reader, 0, 0, -1));
+  EXPECT_EQ(42, Total(reader, -1));
+  EXPECT_EQ(-1, reader.Open(nullptr));
+  EXPECT_EQ(-1, reader.Open("/nonexistent/file.mkv"));
+  ASSERT_EQ(0, reader.Open(other.c_str()));
+  EXPECT_EQ(100, Total(reader));
+  EXPECT_TRUE(ReadsPattern(reader, 90, 10));
+  reader.Close();
+
   ASSERT_EQ(0, reader.Open(path.c_str()));
   ASSERT_EQ(0, truncate(path.c_str(), 1000));
   EXPECT_TRUE(ReadsPattern(reader, 2000, 16, -1));
@@ -115,19 +103,14 @@ TEST(MkvReader, FileCutWhileOpenFailsTheRead) {
 // Positions beyond 2 GiB, on a sparse file that takes no disk space.
 TEST(MkvReader, ReadsBeyondTwoGigabytes) {
   const std::string path = mkvtest::NewTempPath(".bin");
-  const long long size = 3LL << 30;
-  const long long marker = (5LL << 29) + 3;
+  const long long size = 3LL << 30, marker = (5LL << 29) + 3;
   const int fd = ::open(path.c_str(), O_CREAT | O_WRONLY, 0600);
-  ASSERT_GE(fd, 0);
   ASSERT_EQ(0, ftruncate(fd, size));
   ASSERT_EQ(4, pwrite(fd, "MKV!", 4, marker));
   ::close(fd);
-
   MkvReader reader;
   ASSERT_EQ(0, reader.Open(path.c_str()));
-  long long total = 0;
-  reader.Length(&total, nullptr);
-  EXPECT_EQ(size, total);
+  EXPECT_EQ(size, Total(reader));
   unsigned char buffer[4];
   ASSERT_EQ(0, reader.Read(marker, 4, buffer));
   EXPECT_EQ("MKV!", std::string(buffer, buffer + 4));

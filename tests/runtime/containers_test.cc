@@ -9,30 +9,20 @@ namespace {
 
 // Counts what it hands out, so tests see which allocator is used.
 template <typename T>
-class CountingAllocator : public StandardAllocator<T> {
- public:
-  T* New(unsigned long count) override {
-    ++made;
-    return StandardAllocator<T>::New(count);
-  }
-  void Delete(T* p) override {
-    ++freed;
-    StandardAllocator<T>::Delete(p);
-  }
-  int made = 0;
-  int freed = 0;
+struct CountingAllocator : StandardAllocator<T> {
+  T* New(unsigned long count) override { return ++made, StandardAllocator<T>::New(count); }
+  void Delete(T* p) override { ++freed, StandardAllocator<T>::Delete(p); }
+  int made = 0, freed = 0;
 };
 
-TEST(VorqString, NullAndEmptyTextsDifferButCompareEqual) {
-  const vorq_string<char> none(nullptr);
-  const vorq_string<char> empty("");
+// Null and empty text differ but compare equal; an assignment keeps the
+// target's allocator; a list's nodes link in order and go back to its own.
+TEST(Containers, TextsAndListsKeepTheirAllocators) {
+  const vorq_string<char> none(nullptr), empty("");
   EXPECT_EQ(nullptr, none.data());
   ASSERT_NE(nullptr, empty.data());
   EXPECT_EQ('\0', empty.data()[0]);
   EXPECT_TRUE(none == empty);
-}
-
-TEST(VorqString, AssignmentKeepsTheTargetsAllocator) {
   CountingAllocator<char> counting;
   vorq_string<char> target("old", &counting);
   target = vorq_string<char>("new text");
@@ -40,36 +30,28 @@ TEST(VorqString, AssignmentKeepsTheTargetsAllocator) {
   EXPECT_STREQ("new text", target.data());
   EXPECT_EQ(2, counting.made);
   EXPECT_EQ(1, counting.freed);
+  CountingAllocator<Node<int>> nodes;
+  List<int, CountingAllocator<Node<int>>> list(&nodes);
+  for (int i = 7; i < 10; ++i) list.append(i);
+  EXPECT_EQ(8, list.head()->next->value);
+  EXPECT_EQ(9, list.tail()->value);
+  list.clear();
+  EXPECT_EQ(nullptr, list.head());
+  EXPECT_EQ(0u, list.count());
+  EXPECT_EQ(3, nodes.freed);
 }
 
 // The order is descending: a < b when b precedes a in byte order.
 TEST(VorqString, LessThanIsDescendingByteOrder) {
   const struct {
     const char *a, *b;
-    bool a_before_b;
-  } cases[] = {
-      {"abc", "abd", false},  {"abd", "abc", true},  {"abcd", "abc", true},
-      {"abc", "abcd", false}, {"abc", "abc", false}, {"\x7F", "\x80", false},
-      {"\x80", "\x7F", true}, {"", "a", false},      {"a", "", true},
-  };
+    bool aBeforeB;
+  } cases[] = {{"abc", "abd", false}, {"abd", "abc", true}, {"abcd", "abc", true},
+               {"abc", "abcd", false}, {"abc", "abc", false}, {"\x7F", "\x80", false},
+               {"\x80", "\x7F", true}, {"", "a", false}, {"a", "", true}};
   using Text = vorq_string<unsigned char>;
   const auto text = [](const char* t) { return Text(reinterpret_cast<const unsigned char*>(t)); };
-  for (const auto& c : cases)
-    EXPECT_EQ(c.a_before_b, text(c.a) < text(c.b)) << c.a << " " << c.b;
-}
-
-// Nodes link in order and all go back to the list's allocator.
-TEST(List, AppendAndClear) {
-  CountingAllocator<Node<int>> counting;
-  List<int, CountingAllocator<Node<int>>> list(&counting);
-  for (int i = 7; i < 10; ++i) list.append(i);
-  EXPECT_EQ(7, list.head()->value);
-  EXPECT_EQ(8, list.head()->next->value);
-  EXPECT_EQ(9, list.tail()->value);
-  list.clear();
-  EXPECT_EQ(0u, list.count());
-  EXPECT_EQ(nullptr, list.head());
-  EXPECT_EQ(3, counting.freed);
+  for (const auto& c : cases) EXPECT_EQ(c.aBeforeB, text(c.a) < text(c.b)) << c.a << " " << c.b;
 }
 
 }  // namespace

@@ -1,13 +1,11 @@
 #include "runtime/memory/memory_arena.h"
 
-#include <stdint.h>
+#include <gtest/gtest.h>
 #include <string.h>
 
 #include <map>
 #include <random>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -23,8 +21,8 @@ MemoryHandle Create(void* buffer, uint32_t size, uint8_t alignment) {
   return MemoryCreate(&descriptor);
 }
 
-// The cases are offsets in a 1000-byte buffer aligned to 4, arena aligned
-// to 4: the header takes 28 bytes, and blocks start from 1000 downwards.
+// Offsets in a 1000-byte buffer aligned to 4, arena aligned to 4: the
+// header takes 28 bytes, and blocks start from 1000 downwards.
 class MemoryArenaTest : public ::testing::Test {
  protected:
   void SetUp() override { arena_ = Create(buffer_, sizeof(buffer_), 4); }
@@ -51,18 +49,20 @@ TEST_F(MemoryArenaTest, BlocksGoFromTheTopDownAndGapsFillFromTheirHighEnd) {
   EXPECT_EQ(960u, Alloc(40));
   EXPECT_EQ(60u, Hole());
   EXPECT_EQ(920u, Alloc(40));
-  EXPECT_EQ(700u, Alloc(100));  // The 20 bytes left don't fit.
-  Free(700);  // The lowest block leaves no hole.
+  EXPECT_EQ(700u, Alloc(100));  // the 20 bytes left don't fit
+  Free(700);                    // the lowest block leaves no hole
   EXPECT_EQ(20u, Hole());
   EXPECT_EQ(4u, State(arena_).entry_count);
   EXPECT_EQ(760u, MemoryDebugAvailable(arena_));  // 940 behind four entries, 180 in use
-  EXPECT_EQ(912u, Alloc(5));  // Rounded to 8, into the gap left at 900.
+  EXPECT_EQ(912u, Alloc(5));  // rounded to 8, into the gap left at 900
   MemoryReset(arena_);
   EXPECT_EQ(0u, State(arena_).entry_count);
   for (size_t i = 28; i < sizeof(buffer_); ++i) ASSERT_EQ(0xAA, buffer_[i]);
   EXPECT_EQ(900u, Alloc(100));
 }
 
+// Dead entries between the table and the lowest block are squeezed out
+// when the table meets the blocks, and all at once past 2048.
 TEST_F(MemoryArenaTest, SqueezeMakesRoomWhenTheTableMeetsTheBlocks) {
   int blocks = 0;
   while (Alloc(8)) ++blocks;
@@ -71,43 +71,36 @@ TEST_F(MemoryArenaTest, SqueezeMakesRoomWhenTheTableMeetsTheBlocks) {
   Free(984);
   EXPECT_EQ(992u, Alloc(8));
   EXPECT_EQ(2u, State(arena_).dead_entries);
-  // The dead entries now stand between the table and the lowest block.
   EXPECT_EQ(984u, Alloc(8));
   EXPECT_EQ(0u, State(arena_).dead_entries);
+
+  std::vector<uint8_t> buffer(64 * 1024);
+  MemoryHandle arena = Create(buffer.data(), buffer.size(), 4);
+  std::vector<void*> many(2100);
+  for (void*& block : many) block = MemoryAlloc(arena, 4);
+  ASSERT_NE(nullptr, many.back());
+  for (int i = 0; i < 2048; ++i) MemoryFree(arena, many[i]);
+  EXPECT_EQ(2048u, State(arena).dead_entries);
+  MemoryFree(arena, many[2048]);
+  EXPECT_EQ(0u, State(arena).dead_entries);
+  EXPECT_EQ(51u, State(arena).entry_count);
 }
 
-TEST(MemoryArena, CreateChecksItsDescriptor) {
+TEST(MemoryArena, CreateChecksItsDescriptorAndANullArenaIsHarmless) {
   alignas(8) uint8_t buffer[64];
   EXPECT_EQ(0u, MemoryCreate(nullptr));
-  EXPECT_EQ(0u, Create(nullptr, 64, 4));
-  EXPECT_EQ(0u, Create(buffer, 0, 4));
-  EXPECT_EQ(0u, Create(buffer, 64, 0));
-  EXPECT_EQ(0u, Create(buffer, 64, 9));
-  EXPECT_EQ(0u, Create(buffer, 2 * 8 + 27, 8));
+  EXPECT_EQ(0u, Create(nullptr, 64, 4) + Create(buffer, 0, 4) + Create(buffer, 64, 0) +
+                    Create(buffer, 64, 9) + Create(buffer, 2 * 8 + 27, 8));
   MemoryHandle smallest = Create(buffer, 2 * 8 + 28, 8);
   ASSERT_NE(0u, smallest);
   EXPECT_EQ(nullptr, MemoryAlloc(smallest, 1));
-  // A null arena is harmless everywhere.
   EXPECT_EQ(nullptr, MemoryAlloc(0, 8));
   EXPECT_EQ(0u, MemoryDebugAvailable(0));
   MemoryFree(0, buffer);
   MemoryReset(0);
 }
 
-TEST(MemoryArena, ManyDeadEntriesAreSqueezedAtOnce) {
-  std::vector<uint8_t> buffer(64 * 1024);
-  MemoryHandle arena = Create(buffer.data(), buffer.size(), 4);
-  std::vector<void*> blocks(2100);
-  for (void*& block : blocks) block = MemoryAlloc(arena, 4);
-  ASSERT_NE(nullptr, blocks.back());
-  for (int i = 0; i < 2048; ++i) MemoryFree(arena, blocks[i]);
-  EXPECT_EQ(2048u, State(arena).dead_entries);
-  MemoryFree(arena, blocks[2048]);
-  EXPECT_EQ(0u, State(arena).dead_entries);
-  EXPECT_EQ(51u, State(arena).entry_count);
-}
-
-// Random allocations and frees, with buffers at any address and every kind
+// Random allocations and frees, in buffers at any address and of every kind
 // of alignment, against a model of the live blocks (address: size, fill).
 // Once all are freed, the whole space is one block again.
 TEST(MemoryArena, RandomUseKeepsBlocksApartAndIntact) {
@@ -122,7 +115,7 @@ TEST(MemoryArena, RandomUseKeepsBlocksApartAndIntact) {
     std::map<uint8_t*, std::pair<uint32_t, uint8_t>> live;
     for (int step = 0; step < 6000 || !live.empty(); ++step) {
       const uint32_t roll = step < 6000 ? random() % 100 : 96;  // at the end, frees only
-      if (roll < (step / 500 % 2 ? 30u : 75u)) {  // Phases of growth and shrinking.
+      if (roll < (step / 500 % 2 ? 30u : 75u)) {  // phases of growth and shrinking
         const uint32_t size = 1 + random() % (roll % 10 ? 48 : 2000);
         if (auto* block = static_cast<uint8_t*>(MemoryAlloc(arena, size))) {
           ASSERT_EQ(0u, reinterpret_cast<uintptr_t>(block) % alignment);
@@ -132,7 +125,7 @@ TEST(MemoryArena, RandomUseKeepsBlocksApartAndIntact) {
       } else if (roll < 97 && !live.empty()) {
         auto it = std::next(live.begin(), random() % live.size());
         MemoryFree(arena, it->first);
-        MemoryFree(arena, it->first);  // A second free changes nothing.
+        MemoryFree(arena, it->first);  // a second free changes nothing
         live.erase(it);
       } else if (uint8_t* stray = buffer + 1 + random() % (kSize - 1); !live.count(stray)) {
         MemoryFree(arena, stray);

@@ -22,8 +22,7 @@ class InspectorTest : public SourceTest {
 TEST_F(InspectorTest, ReportsTheSizeOfTheFileNamedByUri) {
   EXPECT_EQ(0u, Size());
   const std::string path = WriteTemp(Bytes(1234, 1));
-  EXPECT_EQ(0u, OpenFile(FileUri(path)));
-  EXPECT_EQ(0u, OpenFile(FileUri(path)));
+  EXPECT_EQ(0u, OpenFile(FileUri(path)) + OpenFile(FileUri(path)));
   EXPECT_EQ(1234u, Size());
   EXPECT_EQ(0u, OpenFile("FILE://" + WriteTemp(Bytes(10, 1))));
   EXPECT_EQ(10u, Size());
@@ -35,9 +34,6 @@ TEST_F(InspectorTest, ReportsTheSizeOfTheFileNamedByUri) {
   EXPECT_EQ(0u, OpenFile(FileUri(path)));
   ASSERT_EQ(0, unlink(path.c_str()));
   EXPECT_EQ(42u, Size(42));  // a missing file keeps the caller's value
-}
-
-TEST_F(InspectorTest, FileSizeNeedsAPlaceForTheAnswer) {
   unsigned long long value = 42;
   EXPECT_EQ(-1, source->getFileSize(nullptr));
   EXPECT_EQ(0, source->getFileSize(&value));

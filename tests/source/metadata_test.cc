@@ -30,40 +30,14 @@ std::vector<std::string> Children(xmlNode* node) {
   return children;
 }
 
-class MetadataTest : public SourceTest {
- protected:
-  void SetUp() override {
-    ASSERT_TRUE(Open(MediaPath("h264_aac"), false));
-    root = xmlDocGetRootElement(source->metadataDocument());
-  }
-  xmlNode* root = nullptr;
-};
+using MetadataTest = SourceTest;
 
-TEST_F(MetadataTest, EachKnownSlotBecomesAChildInSlotOrder) {
-  MKVSource::tagData tag = {{Slot(KVL::kTagName, "TITLE"), Slot(0x1234, "dropped"),
-                             Slot(KVL::kTagString, "a & b"), Slot(KVL::kTagLanguage, "eng"),
-                             Slot(KVL::kTagBinary, "Man")}};
-  source->processSimpleTag(root, &tag);
-  EXPECT_EQ((std::vector<std::string>{"Name=TITLE", "String=a & b", "TagLanguage=eng",
-                                      "Binary=TWFu"}),
-            Children(root));
-  for (const auto& slot : tag.slots) EXPECT_EQ(0u, slot.size + slot.id + (slot.value != nullptr));
-}
-
-// Binary values up to the limit are base64 text, larger ones a note.
-TEST_F(MetadataTest, BinaryValuesAboveTheLimitAreOmitted) {
-  for (size_t size : {size_t{150000}, size_t{150001}}) {
-    MKVSource::tagData tag = {{Slot(KVL::kTagBinary, std::string(size, '\xFF'))}};
-    xmlNode* node = xmlNewChild(root, nullptr, BAD_CAST "SimpleTag", nullptr);
-    source->processSimpleTag(node, &tag);
-    EXPECT_EQ(std::vector<std::string>{size == 150000 ? "Binary=" + std::string(200000, '_')
-                                                      : "Binary=[Binary Data Omitted]"},
-              Children(node));
-  }
-}
-
-// Nothing to add, or nowhere to add it: the document and the slots stay.
-TEST_F(MetadataTest, EmptyAndMissingInputsAddNothing) {
+// Known slots become children in slot order, each slot given up; binary
+// values up to the limit are base64 text, larger ones a note. Nothing to
+// add, or nowhere to add it, leaves the document and the slots alone.
+TEST_F(MetadataTest, SimpleTagsBecomeChildrenOfTheMetadataDocument) {
+  ASSERT_TRUE(Open(MediaPath("h264_aac"), false));
+  xmlNode* root = xmlDocGetRootElement(source->metadataDocument());
   MKVSource::tagData empty = {};
   source->processSimpleTag(root, &empty);
   source->processSimpleTag(root, nullptr);
@@ -72,6 +46,23 @@ TEST_F(MetadataTest, EmptyAndMissingInputsAddNothing) {
   EXPECT_NE(nullptr, kept.slots[0].value);
   std::free(kept.slots[0].value);
   EXPECT_TRUE(Children(root).empty());
+
+  MKVSource::tagData tag = {{Slot(KVL::kTagName, "TITLE"), Slot(0x1234, "dropped"),
+                             Slot(KVL::kTagString, "a & b"), Slot(KVL::kTagLanguage, "eng"),
+                             Slot(KVL::kTagBinary, "Man")}};
+  source->processSimpleTag(root, &tag);
+  EXPECT_EQ((std::vector<std::string>{"Name=TITLE", "String=a & b", "TagLanguage=eng",
+                                      "Binary=TWFu"}),
+            Children(root));
+  for (const auto& slot : tag.slots) EXPECT_EQ(0u, slot.size + slot.id + (slot.value != nullptr));
+  for (size_t size : {size_t{150000}, size_t{150001}}) {
+    MKVSource::tagData binary = {{Slot(KVL::kTagBinary, std::string(size, '\xFF'))}};
+    xmlNode* node = xmlNewChild(root, nullptr, BAD_CAST "SimpleTag", nullptr);
+    source->processSimpleTag(node, &binary);
+    EXPECT_EQ(std::vector<std::string>{size == 150000 ? "Binary=" + std::string(200000, '_')
+                                                      : "Binary=[Binary Data Omitted]"},
+              Children(node));
+  }
   source->cleanMetadata();
   EXPECT_EQ(nullptr, source->metadataDocument());
   source->cleanMetadata();

@@ -7,22 +7,20 @@
 namespace mkvtest {
 namespace {
 
-using KVL::FormatDescriptor;
-
 std::string FileWithVideo(std::optional<std::string> codecId) {
-  return WriteAv({Cluster{0, {Block{1, 0, true, {Payload(8)}}}}},
-                 {VideoTrack(1, std::move(codecId)), AudioTrack(2)});
+  return WriteAv({}, {VideoTrack(1, std::move(codecId)), AudioTrack(2)});
 }
 
 class ProbeTest : public SourceTest {};
 
+// http is played unseen. A parse that fails leaves the reader holding its
+// file: no second probe.
 TEST_F(ProbeTest, HttpIsPlayableWithoutLookingAtIt) {
   void* untouched = &refused;
   media = SourceOf("http://example.invalid/a.mkv");
   EXPECT_TRUE(source->canPlay(*media, nullptr, &untouched, &refused));
   EXPECT_EQ(&refused, untouched);
   EXPECT_TRUE(context.askedFormats().empty());
-  // A parse that fails leaves the reader holding its file: no second probe.
   EXPECT_FALSE(Probe(WriteTemp(Bytes(64, 0x42))));
   EXPECT_FALSE(Probe(MediaPath("h264_aac")));
 }
@@ -34,12 +32,9 @@ TEST_F(ProbeTest, WhatIsNotAPlayableFileIsRefused) {
   std::ifstream in(MediaPath("h264_aac"), std::ios::binary);
   const Bytes whole{std::istreambuf_iterator<char>(in), {}};
   std::vector<std::string> uris = {"", "https://x/a.mkv", "ftp://x/a.mkv", "HTTP://x/a.mkv",
-                                   MediaPath("h264_aac"), "file:///nonexistent/a.mkv",
-                                   FileUri(MediaPath("aac_only"))};
-  for (const Bytes& bytes : {Bytes{}, Bytes(100, 0xAB), Bytes(whole.begin(), whole.begin() + 30),
-                             Bytes(whole.begin(), whole.begin() + 360),
-                             Bytes(whole.begin(), whole.begin() + 6866)}) {
-    uris.push_back(FileUri(WriteTemp(bytes)));
+                                   MediaPath("h264_aac"), FileUri(MediaPath("aac_only"))};
+  for (size_t size : {0, 30, 360, 6866}) {
+    uris.push_back(FileUri(WriteTemp(Bytes(whole.begin(), whole.begin() + size))));
   }
   for (const std::string& uri : uris) {
     KVL::MKVSource fresh(&context);
@@ -51,7 +46,8 @@ TEST_F(ProbeTest, WhatIsNotAPlayableFileIsRefused) {
 }
 
 // Only the first video track's format is asked about; without a context
-// every codec passes.
+// every codec passes. A refusal appends one descriptor and closes the file,
+// so the object can open it.
 TEST_F(ProbeTest, AsksTheEngineAboutTheFirstVideoFormat) {
   const struct {
     std::optional<std::string> codecId;
@@ -71,26 +67,13 @@ TEST_F(ProbeTest, AsksTheEngineAboutTheFirstVideoFormat) {
   context.refuseVideoFormat("H265");
   EXPECT_TRUE(Probe(WriteMkv(MkvFile{{VideoTrack(), VideoTrack(2, "V_MPEGH/ISO/HEVC")}, {}})));
   EXPECT_NE(nullptr, session);
-}
-
-// A refusal appends one descriptor and closes the file, so the object can
-// open it; without a list or a session pointer the verdict stands.
-TEST_F(ProbeTest, ARefusedFormatIsDescribedAndClosesTheFile) {
-  for (const char* format : {"H265", ""}) {
-    KVL::PluginContext engine;
-    engine.refuseVideoFormat(format);
-    KVL::MKVSource fresh(&engine);
-    fresh.init(&control, 1);
-    std::vector<FormatDescriptor> descriptors;
-    media = SourceOf(FileUri(MediaPath(*format ? "hevc_mp3" : "h264_aac")));
-    EXPECT_FALSE(fresh.canPlay(*media, nullptr, &session, &descriptors));
-    ASSERT_EQ(1u, descriptors.size());
-    EXPECT_STREQ(format, descriptors[0].code);
-    EXPECT_EQ(20u, descriptors[0].reason);
-    EXPECT_EQ(1u, descriptors[0].mediaType);
-    EXPECT_FALSE(fresh.canPlay(*media, nullptr, nullptr, nullptr));
-    OutputOf(1, [&] { EXPECT_EQ(0, fresh.open(*media)); });
-  }
+  KVL::MKVSource refusing(&context);  // tracks add up over probes: one object each
+  refusing.init(&control, 1);
+  media = SourceOf(FileUri(MediaPath("hevc_mp3")));
+  EXPECT_FALSE(refusing.canPlay(*media, nullptr, nullptr, &refused));
+  ASSERT_EQ(1u, refused.size());
+  EXPECT_EQ(1u, refused[0].mediaType);
+  OutputOf(1, [&] { EXPECT_EQ(0, refusing.open(*media)); });
 }
 
 TEST_F(ProbeTest, APositiveVerdictSavesTheSourceForOpen) {

@@ -1,7 +1,6 @@
 // An engine's control object for tests: UIDs count from 1; it owns the
 // streams it is given until they are removed, opens titles on its container
-// for requestOpenTitle, and writes down the calls in order ("addStream 12",
-// "enableStream 12 1").
+// for requestOpenTitle, and notes the calls in order ("enableStream 12 1").
 #ifndef MKVSOURCE_TESTS_SUPPORT_FAKE_CONTROL_H_
 #define MKVSOURCE_TESTS_SUPPORT_FAKE_CONTROL_H_
 
@@ -18,14 +17,10 @@ namespace mkvtest {
 
 class FakeControl : public KVL::ControlInterface {
  public:
-  using Held = std::vector<std::unique_ptr<KVL::StreamInterface>>;
   using Text = KVL::vorq_string<char>;
-
   unsigned long long createUID() override { return nextUID_++; }
-  Text getDefaultAudioLanguage() override { return calls.push_back("audioLanguage"), Text("en"); }
-  Text getDefaultSubtitleLanguage() override {
-    return calls.push_back("subtitleLanguage"), Text("en");
-  }
+  Text getDefaultAudioLanguage() override { return Note("audioLanguage"), Text("en"); }
+  Text getDefaultSubtitleLanguage() override { return Note("subtitleLanguage"), Text("en"); }
   int32_t getCurrentTime(int32_t) override { return currentTime; }
   int getPlaybackState() override { return 0; }
   KVL::DataNotReadySink* getDataNotReadySink() override { return nullptr; }
@@ -39,8 +34,7 @@ class FakeControl : public KVL::ControlInterface {
   }
   int titleClosed(unsigned long long uid) override { return Find("titleClosed", uid), 0; }
   int seekToTime(uint32_t time, KVL::SeekRequest request) override {
-    calls.push_back("seekToTime " + std::to_string(time) + " " + std::to_string(request.kind));
-    return 0;
+    return Note("seekToTime " + std::to_string(time) + " " + std::to_string(request.kind)), 0;
   }
   int addStream(KVL::StreamInterface* stream) override {
     Find("addStream", stream->streamUID());
@@ -49,14 +43,10 @@ class FakeControl : public KVL::ControlInterface {
   }
   int removeStream(unsigned long long uid) override {
     const auto held = Find("removeStream", uid);
-    if (held == held_.end()) return -1;
-    held_.erase(held);
-    return 0;
+    return held == held_.end() ? -1 : (held_.erase(held), 0);
   }
   int enableStream(unsigned long long uid, int enable) override {
-    Find("enableStream", uid);
-    calls.back() += " " + std::to_string(enable);
-    return enableResult;
+    return Note("enableStream " + std::to_string(uid) + " " + std::to_string(enable)), enableResult;
   }
 
   // The i-th stream held, in the order they were added.
@@ -69,9 +59,11 @@ class FakeControl : public KVL::ControlInterface {
   int enableResult = 0;
 
  private:
+  using Held = std::vector<std::unique_ptr<KVL::StreamInterface>>;
+  void Note(const std::string& call) { calls.push_back(call); }
   // Notes "call uid"; the place of the stream of `uid`, or the end.
   Held::iterator Find(const std::string& call, unsigned long long uid) {
-    calls.push_back(call + " " + std::to_string(uid));
+    Note(call + " " + std::to_string(uid));
     return std::find_if(held_.begin(), held_.end(),
                         [uid](const auto& stream) { return stream->streamUID() == uid; });
   }

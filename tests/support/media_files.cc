@@ -1,6 +1,7 @@
 #include "tests/support/media_files.h"
 
 #include <fstream>
+#include <iterator>
 #include <sstream>
 
 namespace mkvtest {
@@ -10,22 +11,21 @@ std::string MediaPath(const std::string& name, const std::string& suffix) {
   return MKVSOURCE_SOURCE_DIR + folder + name + suffix;
 }
 
-std::vector<Packet> ReadPackets(const std::string& name) {
-  std::vector<Packet> packets;
-  std::ifstream in(MediaPath(name, ".packets.csv"));
-  std::string line, stream, pts, size, md5;
-  std::getline(in, line);  // the header
-  // stream,pts,size,md5 without quoting, which is all ffprobe wrote.
-  while (std::getline(in, line)) {
-    std::stringstream fields(line);
-    if (!std::getline(fields, stream, ',') || !std::getline(fields, pts, ',') ||
-        !std::getline(fields, size, ',') || !std::getline(fields, md5)) {
-      continue;
-    }
-    packets.push_back({std::stoi(stream), std::nullopt, std::stoul(size), md5});
-    if (!pts.empty()) packets.back().pts = std::stoll(pts);
+std::vector<CsvRow> CsvRows(const std::string& text) {
+  std::istringstream lines(text);
+  std::vector<CsvRow> rows;
+  std::string line, field;
+  for (std::getline(lines, line); std::getline(lines, line);) {
+    std::istringstream fields(line + ",");
+    rows.emplace_back();
+    while (std::getline(fields, field, ',')) rows.back().push_back(field);
   }
-  return packets;
+  return rows;
+}
+
+std::vector<CsvRow> ReadPackets(const std::string& name) {
+  std::ifstream in(MediaPath(name, ".packets.csv"));
+  return CsvRows(std::string(std::istreambuf_iterator<char>(in), {}));
 }
 
 }  // namespace mkvtest
