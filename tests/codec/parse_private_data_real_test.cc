@@ -68,7 +68,9 @@ TEST_P(RealAVCFileTest, AgreesWithFFprobeAndFFmpegsReadingWholeAndCut) {
     ParsePrivateData q;
     q.AVCParseSPS(data, size);
     EXPECT_EQ(size >= 3 ? parsed.level_idc : 0, q.level_idc);
-    if (size == rbsp.size()) EXPECT_EQ(parsed.max_dec_frame_buffering, q.max_dec_frame_buffering);
+    if (size == rbsp.size()) {
+      EXPECT_EQ(parsed.max_dec_frame_buffering, q.max_dec_frame_buffering);
+    }
   });
 }
 

@@ -47,7 +47,9 @@ TEST_P(MediaPlayback, DeliversEveryFrameAsFfprobeSawItFurthestBehindFirst) {
       // Every frame of a laced block carries the block's time, while ffprobe
       // interpolates the later ones: compare each block's first frame only.
       const bool firstOfBlock = i == 0 || got[i][kStart] != got[i - 1][kStart];
-      if (firstOfBlock && !expected[i][1].empty()) EXPECT_EQ(got[i][kStart], expected[i][1]);
+      if (firstOfBlock && !expected[i][1].empty()) {
+        EXPECT_EQ(got[i][kStart], expected[i][1]);
+      }
     }
   }
   std::map<std::string, size_t> lastRow;
