@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstring>
 #include <memory>
 #include <string>
 
@@ -17,6 +16,7 @@
 #include "plugin/mkv_source.h"
 #include "reader/mkv_reader.h"
 #include "tests/support/fake_control.h"
+#include "tests/support/memory_reader.h"
 #include "tests/support/temp_file.h"
 
 namespace {
@@ -149,28 +149,6 @@ void BM_ReadEveryFrame(benchmark::State& state) {
 }
 BENCHMARK(BM_ReadEveryFrame)->Unit(benchmark::kMillisecond);
 
-// Serves one file's bytes from memory, under whatever name it is opened.
-class MemoryReader : public KVL::IMkvReader {
- public:
-  explicit MemoryReader(const mkvtest::Bytes& bytes) : bytes_(bytes) {}
-  int Open(const char*) override { return 0; }
-  void Close() override {}
-  int Read(long long position, long length, unsigned char* buffer) override {
-    const auto size = static_cast<long long>(bytes_.size());
-    if (position < 0 || length < 0 || position > size || length > size - position) return -1;
-    std::memcpy(buffer, bytes_.data() + position, length);
-    return 0;
-  }
-  int Length(long long* total, long long* available) override {
-    if (total) *total = static_cast<long long>(bytes_.size());
-    if (available) *available = static_cast<long long>(bytes_.size());
-    return 0;
-  }
-
- private:
-  const mkvtest::Bytes& bytes_;
-};
-
 // The read path alone: readStream and freeBuffer for every frame of a file
 // held in memory, whose clusters the parser has walked once before timing,
 // so that neither the disk nor the parser's first walk is in the numbers.
@@ -180,7 +158,7 @@ void BM_ReadPath(benchmark::State& state) {
   const mkvtest::Bytes bytes = mkvbench::LongFileBytes(300 / scale, scale);
   const auto media = SourceOf("/memory");
   mkvtest::FakeControl control;
-  KVL::MKVSource source(nullptr, new MemoryReader(bytes));
+  KVL::MKVSource source(nullptr, new mkvtest::MemoryReader(bytes.data(), bytes.size()));
   PlayFirstTitle(source, control, *media);
   ReadEveryStream(control);
   int64_t frames = 0;

@@ -1,44 +1,15 @@
 #include "tests/fuzz/whole_path.h"
 
-#include <algorithm>
 #include <cstdlib>
-#include <cstring>
 
 #include "plugin/kvl/media_buffer.h"
+#include "tests/support/memory_reader.h"
 #include "tests/support/source_harness.h"
 
 namespace mkvtest {
 namespace {
 
 constexpr size_t kChunksPerRun = 500;
-
-// The input as the source's file, with the file reader's answers.
-class MemoryReader : public KVL::IMkvReader {
- public:
-  MemoryReader(const uint8_t* data, size_t size) : data_(data), size_(size) {}
-
-  int Open(const char*) override { return open_ ? -1 : (open_ = true, 0); }
-  void Close() override { open_ = false; }
-  int Read(long long position, long length, unsigned char* buffer) override {
-    if (!open_ || position < 0 || length < 0) return -1;
-    if (length == 0) return 0;
-    if (position >= size_) return -1;
-    const long long stored = std::min<long long>(length, size_ - position);
-    std::memcpy(buffer, data_ + position, static_cast<size_t>(stored));
-    return stored == length ? 0 : -1;
-  }
-  int Length(long long* total, long long* available) override {
-    if (!open_) return -1;
-    if (total) *total = size_;
-    if (available) *available = size_;
-    return 0;
-  }
-
- private:
-  const uint8_t* data_;
-  long long size_;
-  bool open_ = false;
-};
 
 // The `n`-th 32-bit word from the end, zero-filled in front: a file ends in
 // frame bytes, which the fuzzer may change without breaking the layout.
