@@ -1,6 +1,5 @@
-// ParsePrivateData on the CodecPrivate of H.264 files that x264 wrote, against
-// what ffprobe and ffmpeg's own SPS reader report about them (NAME.txt beside
-// each file, from tests/data/avc/make_avc_files.sh).
+// ParsePrivateData on records x264 wrote, against what ffprobe and ffmpeg's SPS reader report
+// (NAME.txt beside each file, from tests/data/avc/make_avc_files.sh).
 #include <functional>
 #include <map>
 #include <string>
@@ -20,15 +19,12 @@ using Bytes = std::vector<unsigned char>;
 
 class RealAVCFileTest : public testing::TestWithParam<const char*> {};
 
-// Each file's fields and rates, then every truncation of its record (the
-// first set ends at 8 + its length; the rest is not read) and of its set,
-// which keeps what was read.
+// Fields and rates, then every cut of the record (refused inside the first set) and of the set.
 TEST_P(RealAVCFileTest, AgreesWithFFprobeAndFFmpegsReadingWholeAndCut) {
   Bytes record = FirstTrackCodecPrivate(std::string("avc/") + GetParam() + ".mkv");
   std::map<std::string, std::string> facts = AvcFileFacts(GetParam());
   ASSERT_GT(record.size(), 8u);
-  // Each part's last field that ffmpeg names: a read that goes wrong shifts
-  // every field behind it.
+  // The last field of each part: a read that goes wrong shifts every field behind it.
   const std::map<std::string, std::function<int64_t(const ParsePrivateData&)>> fields = {
       SPS(profile_idc), SPS(level_idc), SPS(separate_colour_plane_flag),
       SPS(bit_depth_chroma_minus8), SPS(seq_scaling_matrix_present_flag),
