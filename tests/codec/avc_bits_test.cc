@@ -1,4 +1,3 @@
-// The H.264 bit readers: the raw functions and the bounded cursor.
 #include <vector>
 
 #include "codec/avc_bit_cursor.h"
@@ -20,8 +19,7 @@ TEST(AVCBitReaderTest, FixedWidthAndExpGolombReads) {
   EXPECT_EQ(99u, result);
   EXPECT_TRUE(ReadUINTBits(data, 12, 8, 4, &result));
   EXPECT_EQ(0xCu, result);
-  // The codes 1, 010, 011, 00100, 00101, behind 3 bits so that they don't
-  // start on a byte.
+  // The codes 1, 010, 011, 00100, 00101, behind 3 bits so that they don't start on a byte.
   const struct {
     uint64_t value;
     unsigned int bits, length;
@@ -66,8 +64,7 @@ TEST(AVCBitReaderTest, EmulationPreventionDropsOnlyEscapes) {
   EXPECT_EQ(9, target[0]);
 }
 
-// A read that would pass the end, fixed-width or an Exp-Golomb code with no
-// 1 bit or a suffix cut short, fails and leaves value and position alone.
+// A read past the end (fixed-width, or a code cut short) fails and leaves value and position.
 TEST(AVCBitCursorTest, ReadsToTheLastBitAndCutsToTheFieldWidth) {
   unsigned char data[] = {0xA5, 0x3C};
   AVCBitCursor bits(data, sizeof data);

@@ -15,9 +15,8 @@ std::string Decode(qv64::Base64Codec& codec, const std::string& text) {
   return std::string(reinterpret_cast<char*>(bytes.get()), size);
 }
 
-// The URL-safe alphabet with padding. A group with a character outside the
-// alphabet decodes as zeros and a pad ends the group it is in; only bad
-// lengths are refused.
+// URL-safe with padding. A group with a foreign character decodes as zeros and a pad ends its
+// group; only bad lengths are refused.
 TEST(RFCBase64CodecTest, EncodesDecodesAndRoundTripsEveryByte) {
   const struct {
     std::string bytes, text;

@@ -4,9 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-// Builds bit strings for the codec tests: fixed-width values most
-// significant bit first, and the Exp-Golomb codes of H.264. The last byte is
-// filled with 0 bits.
+// Bit strings, most significant bit first, with H.264's Exp-Golomb codes; 0 bits pad the end.
 class BitWriter {
  public:
   BitWriter& Bits(uint64_t value, unsigned int count) {

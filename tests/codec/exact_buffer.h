@@ -6,9 +6,8 @@
 #include <memory>
 #include <vector>
 
-// Runs `check` on each prefix of `bytes`, empty and whole included, each in a
-// heap copy of exactly its length, so that the address sanitizer catches any
-// read behind the end.
+// Runs `check` on each prefix of `bytes`, empty and whole included, each in a heap copy of
+// exactly its length, so that the address sanitizer catches any read behind the end.
 inline void ForEachPrefix(const std::vector<unsigned char>& bytes,
                           const std::function<void(unsigned char*, unsigned int)>& check) {
   for (size_t length = 0; length <= bytes.size(); ++length) {

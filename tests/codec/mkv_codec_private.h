@@ -7,9 +7,8 @@
 #include <string>
 #include <vector>
 
-// The CodecPrivate of the first track of the Matroska file `name` under the
-// tests' data folder: the body of the first element 63 A2, which in every
-// committed file is the first track's, with a one-byte size. Empty if absent.
+// The CodecPrivate of the first track of data file `name`: in every committed file the first
+// element 63 A2, with a one-byte size. Empty if absent.
 inline std::vector<unsigned char> FirstTrackCodecPrivate(const std::string& name) {
   std::ifstream in(std::string(CODEC_TEST_DATA_DIR) + "/" + name, std::ios::binary);
   const std::vector<unsigned char> file{std::istreambuf_iterator<char>(in), {}};

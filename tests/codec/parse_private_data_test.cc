@@ -19,16 +19,15 @@ BitWriter SpsUpToVui(unsigned int profile, bool vui) {
   return w.UE(5).UE(2).UE(1).Bits(0, 1).UE(3).UE(2).Bits(1, 1).Bits(1, 1).Bits(0, 1).Bits(vui, 1);
 }
 
-// A VUI with only HRD sets (a negative rate leaves a set out) of
-// `cpbCount` + 1 entries, then pic_struct_present_flag and a bitstream
-// restriction directly behind them: no low_delay_hrd_flag.
+// A VUI with only HRD sets of `cpbCount` + 1 entries (a negative rate leaves a set out), then
+// pic_struct_present_flag and a bitstream restriction directly behind: no low_delay_hrd_flag.
 Bytes WithHRD(int64_t nalRate, int64_t vclRate, unsigned int cpbCount = 0) {
   BitWriter w = SpsUpToVui(66, true);
   w.Bits(0, 5);
-  for (const auto& [rate, cpbSizeScale] : {std::make_pair(nalRate, 0), std::make_pair(vclRate, 2)}) {
+  for (const auto& [rate, sizeScale] : {std::make_pair(nalRate, 0), std::make_pair(vclRate, 2)}) {
     w.Bits(rate >= 0, 1);
     if (rate < 0) continue;
-    w.UE(cpbCount).Bits(4, 4).Bits(cpbSizeScale, 4);
+    w.UE(cpbCount).Bits(4, 4).Bits(sizeScale, 4);
     for (unsigned int i = 0; i <= cpbCount; ++i) w.UE(rate).UE(i).Bits(1, 1);
     w.Bits(23, 5).Bits(23, 5).Bits(5, 5).Bits(24, 5);
   }
@@ -39,13 +38,13 @@ int Parse(ParsePrivateData& p, Bytes rbsp) {
   return p.AVCParseSPS(rbsp.data(), static_cast<unsigned int>(rbsp.size()));
 }
 
-// 32 CPB entries fit, 33 stop the parse. The faster set gives the rate and
-// its buffer, NAL's on a tie.
+// 32 CPB entries fit, 33 stop the parse. The faster set gives the rate and buffer, NAL's on a tie.
 TEST(ParsePrivateDataTest, HRDSetsAndTheRatesTheyGive) {
   const struct {
     int64_t nal, vcl;
     unsigned int cpbCount, rate, buffer;
-  } cases[] = {{7, 7, 0, 8192, 16}, {7, 8, 0, 9216, 64}, {7, -1, 31, 8192, 16}, {7, -1, 32, 64, 16}};
+  } cases[] = {{7, 7, 0, 8192, 16}, {7, 8, 0, 9216, 64}, {7, -1, 31, 8192, 16},
+               {7, -1, 32, 64, 16}};
   for (const auto& c : cases) {
     ParsePrivateData p;
     Parse(p, WithHRD(c.nal, c.vcl, c.cpbCount));
@@ -53,14 +52,13 @@ TEST(ParsePrivateDataTest, HRDSetsAndTheRatesTheyGive) {
     EXPECT_EQ(whole && c.vcl >= 0 ? 1 : 0, p.vclHrd.cbr_flag[0]);
     EXPECT_EQ(whole ? c.cpbCount : 0, p.nalHrd.cpb_size_value_minus1[c.cpbCount % 32]);
     EXPECT_EQ(whole ? 4 : 0, p.max_dec_frame_buffering);
+    EXPECT_EQ(30, p.level_idc);  // a cut parse keeps what it read
     unsigned int rate = 0, buffer = 0;
     EXPECT_EQ(0, p.getBitrate(&rate) + p.getVBV(&buffer));
     EXPECT_EQ(c.rate, rate) << c.nal << " " << c.vcl;
     EXPECT_EQ(c.buffer, buffer);
   }
-  ParsePrivateData p;
-  EXPECT_EQ(-2, p.getBitrate(nullptr));
-  EXPECT_EQ(-2, p.getVBV(nullptr));
+  EXPECT_EQ(-4, ParsePrivateData().getBitrate(nullptr) + ParsePrivateData().getVBV(nullptr));
 }
 
 // 8 scaling list flags, 12 for 4:4:4, with no list behind any flag; and

@@ -15,8 +15,7 @@ struct CountingAllocator : StandardAllocator<T> {
   int made = 0, freed = 0;
 };
 
-// Null and empty text differ but compare equal; an assignment keeps the
-// target's allocator; a list's nodes link in order and go back to its own.
+// Null and empty text compare equal; an assignment keeps the target's allocator, a list its own.
 TEST(Containers, TextsAndListsKeepTheirAllocators) {
   const vorq_string<char> none(nullptr), empty("");
   EXPECT_EQ(nullptr, none.data());

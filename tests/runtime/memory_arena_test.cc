@@ -21,8 +21,7 @@ MemoryHandle Create(void* buffer, uint32_t size, uint8_t alignment) {
   return MemoryCreate(&descriptor);
 }
 
-// Offsets in a 1000-byte buffer aligned to 4, arena aligned to 4: the
-// header takes 28 bytes, and blocks start from 1000 downwards.
+// Offsets in a 1000-byte buffer: the header takes 28 bytes, blocks go from 1000 downwards.
 class MemoryArenaTest : public ::testing::Test {
  protected:
   void SetUp() override { arena_ = Create(buffer_, sizeof(buffer_), 4); }
@@ -61,8 +60,7 @@ TEST_F(MemoryArenaTest, BlocksGoFromTheTopDownAndGapsFillFromTheirHighEnd) {
   EXPECT_EQ(900u, Alloc(100));
 }
 
-// Dead entries between the table and the lowest block are squeezed out
-// when the table meets the blocks, and all at once past 2048.
+// Dead entries are squeezed out when the table meets the blocks, and all at once past 2048.
 TEST_F(MemoryArenaTest, SqueezeMakesRoomWhenTheTableMeetsTheBlocks) {
   int blocks = 0;
   while (Alloc(8)) ++blocks;
@@ -100,9 +98,8 @@ TEST(MemoryArena, CreateChecksItsDescriptorAndANullArenaIsHarmless) {
   MemoryReset(0);
 }
 
-// Random allocations and frees, in buffers at any address and of every kind
-// of alignment, against a model of the live blocks (address: size, fill).
-// Once all are freed, the whole space is one block again.
+// Random use at any address and alignment against a model of the live blocks (size, fill);
+// once all are freed, the whole space is one block again.
 TEST(MemoryArena, RandomUseKeepsBlocksApartAndIntact) {
   constexpr uint32_t kSize = 16 * 1024;
   std::mt19937 random(20240611);

@@ -22,20 +22,12 @@ TEST(URIToSystemFilePath, TakesThePathOfFileUris) {
   const struct {
     const char* uri;
     const char* path;  // null: not a file path
-  } cases[] = {
-      {"file:///Movies/a%20b.mkv", "/Movies/a%20b.mkv"},
-      {"FILE:///tmp/x.mkv", "/tmp/x.mkv"},
-      {"file://localhost/tmp/x.mkv", "/tmp/x.mkv"},
-      {"file:/tmp/x.mkv", "/tmp/x.mkv"},
-      {"file:///tmp/x.mkv?query#fragment", "/tmp/x.mkv"},
-      {"file:///tmp/dir/", "/tmp/dir"},
-      {"file:///", "/"},
-      {"/tmp/x.mkv", nullptr},
-      {"files:///tmp/x.mkv", nullptr},
-      {":///tmp/x.mkv", nullptr},
-      {"file://host", nullptr},
-      {"", nullptr},
-  };
+  } cases[] = {{"file:///Movies/a%20b.mkv", "/Movies/a%20b.mkv"}, {"FILE:///tmp/x", "/tmp/x"},
+               {"file://localhost/tmp/x", "/tmp/x"}, {"file:/tmp/x", "/tmp/x"},
+               {"file:///tmp/x?query#fragment", "/tmp/x"}, {"file:///tmp/dir/", "/tmp/dir"},
+               {"file:///", "/"}, {"/tmp/x", nullptr}, {"files:///tmp/x", nullptr},
+               {"fila:///tmp/x", nullptr}, {":///tmp/x", nullptr}, {"file://host", nullptr},
+               {"", nullptr}};
   for (const auto& c : cases) {
     Text path = T("untouched");
     const unsigned int result = PathTools::URIToSystemFilePath(T(c.uri), path);

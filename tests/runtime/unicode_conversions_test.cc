@@ -17,14 +17,10 @@ TEST(UTF8StringToISO646Char, GoesByTheLeadByteAndStopsAtTheTerminator) {
     std::vector<unsigned char> text;
     int consumed;
     uint32_t code_point;
-  } cases[] = {
-      {{0xC0, 0x80, 0}, 2, 0},  // Overlong forms and bad followers pass.
-      {{0xC3, 0x41, 0}, 2, 0xC1},
-      {{0xF7, 0xBF, 0xBF, 0xBF, 0}, 4, 0x1FFFFF},
-      {{0x80, 0}, 0, kUnset},
-      {{0xF8, 0x80, 0x80, 0x80, 0x80, 0}, 0, kUnset},
-      {{0xF0, 0x9F, 0x98, 0}, 0, kUnset},
-  };
+  } cases[] = {{{0xC0, 0x80, 0}, 2, 0},  // overlong forms and bad followers pass
+               {{0xC3, 0x41, 0}, 2, 0xC1}, {{0xF7, 0xBF, 0xBF, 0xBF, 0}, 4, 0x1FFFFF},
+               {{0x80, 0}, 0, kUnset}, {{0xF8, 0x80, 0x80, 0x80, 0x80, 0}, 0, kUnset},
+               {{0xF0, 0x9F, 0x98, 0}, 0, kUnset}};
   for (const Case& c : cases) {
     uint32_t code_point = kUnset;
     EXPECT_EQ(c.consumed, UTF8StringToISO646Char(c.text.data(), 0, &code_point));
@@ -80,30 +76,23 @@ TEST(UnicodeRoundTrip, EveryCodePoint) {
   }
 }
 
-TEST(UTF8StringToVorQString, CapacityExcludesTheTerminator) {
+// From UTF-8 the capacity leaves the terminator out, to UTF-8 it counts it.
+TEST(UTF8AndVorQString, CapacityWithAndWithoutTheTerminator) {
   const auto* abc = reinterpret_cast<const unsigned char*>("abc");
   char out[4] = "xyz";
+  auto* bytes = reinterpret_cast<unsigned char*>(out);
   EXPECT_EQ(-1, UTF8StringToVorQString(abc, out, 2));
+  EXPECT_EQ(-1, VorQStringToUTF8String("abc", bytes, 3));
   EXPECT_STREQ("xyz", out);
   EXPECT_EQ(4, UTF8StringToVorQString(abc, out, 3));
   EXPECT_STREQ("abc", out);
+  EXPECT_EQ(4, VorQStringToUTF8String("abd", bytes, 4));
+  EXPECT_STREQ("abd", out);
   EXPECT_EQ(1, UTF8StringToVorQString(abc + 3, out, 0));
   EXPECT_EQ(-2, UTF8StringToVorQString(nullptr, out, 3));
-}
-
-TEST(VorQStringToUTF8String, CapacityIncludesTheTerminator) {
-  const std::string too_long(kVorQStringLimit, 'a');
-  unsigned char out[4] = {'x', 'y', 'z', 0};
-  EXPECT_EQ(-1, VorQStringToUTF8String("abc", out, 3));
-  EXPECT_EQ('x', out[0]);
-  EXPECT_EQ(4, VorQStringToUTF8String("abc", out, 4));
-  EXPECT_STREQ("abc", reinterpret_cast<char*>(out));
-  // Null and too long text are empty: a terminator only.
-  EXPECT_EQ(1, VorQStringToUTF8String(nullptr, out, 1));
-  out[1] = 'x';
-  EXPECT_EQ(1, VorQStringToUTF8String(too_long.c_str(), out, 2));
-  EXPECT_EQ(0, out[0]);
-  EXPECT_EQ('x', out[1]);
+  const std::string too_long(kVorQStringLimit, 'a');  // as empty: a terminator only
+  EXPECT_EQ(1, VorQStringToUTF8String(too_long.c_str(), bytes, 2));
+  EXPECT_EQ('b', out[1]);
 }
 
 }  // namespace
