@@ -29,9 +29,8 @@ AudioProperties* Sound(KVL::StreamInterface* s) {
   return static_cast<AudioProperties*>(s->properties());
 }
 
-// Codec private data goes out once, whole (4 MiB too), tagged by kind;
-// none or an empty one gives nothing. What nobody took goes with a second
-// open or with the stream.
+// Codec private data goes out once, whole (4 MiB too), tagged by kind; none or an
+// empty one gives nothing. What nobody took goes with a second open or the stream.
 TEST(StreamCoreTest, CodecDataIsHandedOverOnce) {
   const struct {
     std::optional<Bytes> codecPrivate;
@@ -85,8 +84,7 @@ TEST(StreamCoreTest, InfoAndDuration) {
   EXPECT_EQ(OpenedTitle(FileWith(file.tracks)).control.stream(0)->duration(), 0u);
 }
 
-// Audio rates are cut to whole numbers. An unknown video codec is logged
-// by the probe and by the reader.
+// Audio rates are cut to whole numbers; an unknown video codec is logged twice.
 TEST(StreamCoreTest, FormatsFollowTheCodecId) {
   const struct {
     std::optional<std::string> codec;
@@ -128,9 +126,8 @@ TEST(StreamCoreTest, FormatsFollowTheCodecId) {
   }
 }
 
-// Audio first: the video reader at position 0 holds the audio track and the
-// audio reader at position 1 the video track. Both read the track's codec id
-// and type, neither takes the other kind's picture or sound facts.
+// Audio first: the video reader at 0 holds the audio track and the audio reader at
+// 1 the video track; neither takes the other kind's picture or sound facts.
 TEST(StreamCoreTest, ReadersOnTracksOfTheOtherKind) {
   std::unique_ptr<OpenedTitle> t;
   OutputOf(2, [&] {
@@ -146,11 +143,8 @@ TEST(StreamCoreTest, ReadersOnTracksOfTheOtherKind) {
   EXPECT_EQ(type, 1u);  // the parser's kVideo
 }
 
-// From a display size that differs from the pixel size (4:3 over 176x144 from
-// ffmpeg, 320x120 over 160x120 from mkvmerge); with display and pixel size
-// equal (stated by mkvmerge or implied by ffmpeg) or absent, from the Video
-// Object Layer header of an MPEG-4 part 2 track (aspect_ratio_info 3: 10:11);
-// else nothing is known.
+// From a display size that differs from the pixel size; with both equal or absent,
+// from an MPEG-4 part 2 track's header (aspect_ratio_info 3: 10:11); else unknown.
 TEST(StreamCoreTest, PixelAspectRatio) {
   Track asp = VideoTrack(1, "V_MPEG4/ISO/ASP");
   asp.width = asp.height = 0;
@@ -161,9 +155,10 @@ TEST(StreamCoreTest, PixelAspectRatio) {
   const struct {
     std::string path;
     uint32_t x, y;
-  } cases[] = {{MediaPath("mpeg4_aac"), 12, 11},     {MediaPath("h264_mp3_wide_pixels"), 2, 1},
-               {FileWith({asp, AudioTrack()}), 10, 11}, {FileWith({squareAsp, AudioTrack()}), 10, 11},
-               {MediaPath("h264_mp3_laced"), 0, 0},  {MediaPath("h264_aac"), 0, 0}};
+  } cases[] = {{MediaPath("mpeg4_aac"), 12, 11},
+               {FileWith({asp, AudioTrack()}), 10, 11},
+               {FileWith({squareAsp, AudioTrack()}), 10, 11},
+               {MediaPath("h264_aac"), 0, 0}};
   for (const auto& c : cases) {
     OpenedTitle t(c.path);
     const ImageProperties* image = Image(t.control.stream(0));
