@@ -17,12 +17,14 @@ MkvFile MixedFile() {
   file.tracks[0].default_duration = 40000000;
   file.clusters = {
       Cluster{0,
-              {Block{1, 0, true, {Payload(100, 1)}},
-               Block{2, 0, true, {Payload(10, 2), Payload(10, 3), Payload(10, 4)}},
-               Block{9, 5, true, {Payload(7, 5)}}, Block{1, 40, false, {Payload(50, 6)}}}},
+              {{1, 0, true, {Payload(100, 1)}},
+               {2, 0, true, {Payload(10, 2), Payload(10, 3), Payload(10, 4)}},
+               {9, 5, true, {Payload(7, 5)}},
+               {1, 40, false, {Payload(50, 6)}}}},
       Cluster{2000,
-              {Block{2, -3, true, {Payload(30, 7), Payload(30, 8)}}, Block{1, 40, true, {Payload(60, 9)}},
-               Block{2, 30, true, {Payload(8, 10), Payload(8, 11), Payload(8, 12)}}}}};
+              {{2, -3, true, {Payload(30, 7), Payload(30, 8)}},
+               {1, 40, true, {Payload(60, 9)}},
+               {2, 30, true, {Payload(8, 10), Payload(8, 11), Payload(8, 12)}}}}};
   return file;
 }
 
