@@ -37,10 +37,7 @@ TEST(SeekingTest, VideoSeeksLandAtClusterStarts) {
   struct Case {
     unsigned int time, landing, before;
     size_t read;  // chunks to read after the seek; 200 reads to the end
-  } cases[] = {{1500, 929, 25, 200},
-               {0, 23, 0, 5},
-               {2800, 1857, 48, 200},
-               {0xFFFFFFFF, 3854, 98, 200}};
+  } cases[] = {{1500, 929, 25, 200}, {0, 23, 0, 5}, {0xFFFFFFFF, 3854, 98, 200}};
   for (const Case& c : cases) {
     const Seek seek = SeekOf(stream, c.time, c.time % 2 == 0);
     EXPECT_EQ(seek.result, 0);
