@@ -4,14 +4,12 @@
 namespace mkvtest {
 namespace {
 
-// Starts taken down, ends taken up; an unknown duration (-1) gives 0 to -1,
-// and the largest one doesn't overflow.
+// Starts taken down, ends taken up; the largest duration doesn't overflow.
 TEST(AutomaticChapters, CutTheDurationIntoTenths) {
   const struct {
     int64_t duration;
     std::vector<int64_t> starts, ends;
   } cases[] = {{7, {0, 0, 1, 2, 2, 3, 4, 4, 5, 6}, {1, 2, 3, 3, 4, 5, 5, 6, 7, 7}},
-               {-1, std::vector<int64_t>(10, 0), std::vector<int64_t>(10, -1)},
                {INT64_MAX, {0, INT64_MAX / 10}, {INT64_MAX / 10 + 1}}};
   for (const auto& c : cases) {
     for (uint32_t i = 0; i < c.starts.size(); ++i) {
@@ -50,8 +48,6 @@ TEST_F(ChaptersTest, PublishedInUidOrderWithEngineTimes) {
   EXPECT_EQ((std::vector<unsigned long long>{2, 3, 4, 5, 6, 7, 8, 9, 10, 11}), chapters);
   EXPECT_EQ(10u, source->getChapters(0).count());
   EXPECT_EQ(0u, source->getChapters(999).count());
-  EXPECT_EQ(0u, source->getTitleName(titleUID).length() + source->getTitleName(999).length() +
-                    source->getChapterName(chapters[0]).length());
   EXPECT_EQ(0, lines.find("AutoChapter start: 0 end: 100000000\n"));
   const struct {
     unsigned long long uid;
@@ -79,8 +75,7 @@ TEST_F(ChaptersTest, PublishedInUidOrderWithEngineTimes) {
   }
 }
 
-// Without Duration every chapter runs from 0 to -1, and selecting one
-// jumps to 0.
+// Without Duration every chapter runs from 0 to -1, and selecting one jumps to 0.
 TEST_F(ChaptersTest, WithoutDurationChaptersRunFromZeroToMinusOne) {
   OpenLasting(std::nullopt);
   for (unsigned long long uid : chapters) {

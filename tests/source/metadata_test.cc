@@ -32,9 +32,8 @@ std::vector<std::string> Children(xmlNode* node) {
 
 using MetadataTest = SourceTest;
 
-// Known slots become children in slot order, each slot given up; binary
-// values up to the limit are base64 text, larger ones a note. Nothing to
-// add, or nowhere to add it, leaves the document and the slots alone.
+// Known slots become children in order, each slot given up; binary values up to
+// the limit are base64, larger ones a note. No tag or no node changes nothing.
 TEST_F(MetadataTest, SimpleTagsBecomeChildrenOfTheMetadataDocument) {
   ASSERT_TRUE(Open(MediaPath("h264_aac"), false));
   xmlNode* root = xmlDocGetRootElement(source->metadataDocument());

@@ -27,11 +27,8 @@ int64_t NextStart(KVL::StreamInterface* stream) {
   return chunks.empty() ? -1 : int64_t{chunks[0].start};
 }
 
-// The video reader lands on the first key block of a cluster (an audio block
-// in the committed sample, which has a video key frame every second) and
-// reports the cluster's timecode; then come the file's video frames from
-// that cluster on (`before` frames lie in earlier clusters). The seeks run
-// one after the other on one stream.
+// The video reader lands on the cluster's first key block (an audio block in the
+// sample) and goes on with the video frames from there; `before` lie earlier.
 TEST(SeekingTest, VideoSeeksLandAtClusterStarts) {
   OpenedTitle t(MediaPath("sample"));
   KVL::StreamInterface* stream = t.opened(0);
@@ -40,9 +37,7 @@ TEST(SeekingTest, VideoSeeksLandAtClusterStarts) {
   struct Case {
     unsigned int time, landing, before;
     size_t read;  // chunks to read after the seek; 200 reads to the end
-  } cases[] = {{1500, 929, 25, 200}, {0, 23, 0, 5},         {2500, 1857, 48, 5},
-               {500, 23, 0, 200},    {2800, 1857, 48, 200}, {4900, 3854, 98, 5},
-               {0xFFFFFFFF, 3854, 98, 200}};
+  } cases[] = {{1500, 929, 25, 200}, {0, 23, 0, 5}, {0xFFFFFFFF, 3854, 98, 200}};
   for (const Case& c : cases) {
     const Seek seek = SeekOf(stream, c.time, c.time % 2 == 0);
     EXPECT_EQ(seek.result, 0);
@@ -61,9 +56,8 @@ TEST(SeekingTest, VideoSeeksLandAtClusterStarts) {
 Block V(int16_t time, bool key) { return Block{1, time, key, {Payload(4, time % 256)}}; }
 Block A(int16_t time) { return Block{2, time, true, {Payload(3)}}; }
 
-// The audio reader reports the time asked for (+1 when not exact) and goes
-// on from the parser's entry; a stream that has delivered a frame has used
-// up a single-frame landing block.
+// The audio reader reports the time asked for (+1 when not exact) and goes on
+// from the parser's entry, whose single frame counts as delivered.
 TEST(SeekingTest, AudioSeekReportsTheRequestedTime) {
   OpenedTitle t(
       WriteAv({Cluster{0, {V(0, true), A(0), A(500)}}, Cluster{1000, {V(0, true), A(0), A(500)}},
@@ -74,8 +68,8 @@ TEST(SeekingTest, AudioSeekReportsTheRequestedTime) {
     bool exact;
     unsigned int reported;
     int64_t next;
-  } cases[] = {{1600, true, 1600, 1000}, {1000, false, 1001, 1500}, {0, true, 0, 500},
-               {0, false, 1, 500},       {9000, true, 9000, 2500}};
+  } cases[] = {{1600, true, 1600, 1000}, {1000, false, 1001, 1500}, {0, false, 1, 500},
+               {9000, true, 9000, 2500}};
   for (const Case& c : cases) {
     const Seek seek = SeekOf(stream, c.time, c.exact);
     const std::string at = std::to_string(c.reported);
@@ -94,19 +88,13 @@ TEST(SeekingTest, AudioSeekReportsTheRequestedTime) {
 TEST(SeekingTest, SyncPointsResetAndScan) {
   OpenedTitle t(WriteAv({Cluster{0, {V(0, true), A(0)}}}));
   KVL::StreamInterface* video = t.opened(0);
-  const std::string prefix = "Video Stream 0: got sync point 5000 from time 5000 (looking ";
-  const struct {
-    int direction;
-    unsigned int time;
-    std::string out;
-  } cases[] = {{1, 5000, prefix + "forward)\n"}, {0, 5000, prefix + "backward)\n"},
-               {1, 0, "Video Stream 0: assumed zero sync point\n"}};
-  for (const auto& c : cases) {
-    unsigned int point = 1;
-    EXPECT_EQ(OutputOf(1, [&] { EXPECT_EQ(video->getSyncPoint(c.direction, c.time, &point), 0); }),
-              c.out);
-    EXPECT_EQ(point, c.time);
-  }
+  unsigned int point = 1;
+  EXPECT_EQ(OutputOf(1, [&] { EXPECT_EQ(video->getSyncPoint(0, 5000, &point), 0); }),
+            "Video Stream 0: got sync point 5000 from time 5000 (looking backward)\n");
+  EXPECT_EQ(point, 5000u);
+  EXPECT_EQ(OutputOf(1, [&] { EXPECT_EQ(video->getSyncPoint(1, 0, &point), 0); }),
+            "Video Stream 0: assumed zero sync point\n");
+  EXPECT_EQ(point, 0u);
   EXPECT_EQ(video->getSyncPoint(1, 5, nullptr), int(0x80100001));
   KVL::StreamInterface* audio = t.opened(1);
   EXPECT_EQ(ReadChunks(audio).size(), 1u);
@@ -114,20 +102,14 @@ TEST(SeekingTest, SyncPointsResetAndScan) {
   EXPECT_FALSE(audio->isEOS());
   EXPECT_EQ(NextStart(audio), -1);
   long long result = 0;
-  EXPECT_EQ(audio->scanStream(1234, &result) + video->scanStream(99, &result), 0);
+  EXPECT_EQ(audio->scanStream(1234, &result), 0);
   EXPECT_EQ(result, 1234);
 }
 
-// Each row: a time, where the video seek lands (-1: it fails and leaves
-// `actual` alone), and where the video and the audio reader go on (-1: the
-// end). The video reader lands on the first key block of the cluster of
-// any track and goes on from there to its next block, key or not; the
-// audio reader's landing block is used up after its first frame. Among
-// the layouts, two that the parser's own track seek aborts on: a time
-// between a track's first block and the start of its cluster (a block
-// before its cluster, as encoders write audio), and clusters out of order;
-// and a cluster whose start in nanoseconds passes 64 bits (unchecked, it
-// would wrap to 0.45 ms), which starts after any time asked for.
+// Rows: time, where the video seek lands (-1: it fails, `actual` untouched), where
+// video and audio go on (-1: the end). Layouts the parser's own track seek aborts on:
+// a block before its cluster's start, clusters out of order; and a cluster start
+// whose nanoseconds pass 64 bits (unchecked, it would wrap to 0.45 ms).
 TEST(SeekingTest, WhereReadingGoesOnAfterASeek) {
   struct Case {
     std::vector<Cluster> clusters;
@@ -140,14 +122,10 @@ TEST(SeekingTest, WhereReadingGoesOnAfterASeek) {
        {{1050, 1000, 1010, 1000}}},
       {{Cluster{0, {V(0, false)}}, Cluster{1000, {V(0, false)}}}, {{500, -1, -1, -1}}},
       {{Cluster{100, {A(-100), V(0, true)}}, Cluster{1100, {V(0, true), A(0)}}},
-       {{0, 100, 100, 0},
-        {1, 100, 100, 1100},
-        {99, 100, 100, 1100},
-        {1100, 1100, 1100, -1},
-        {2500, 1100, 1100, -1}}},
+       {{0, 100, 100, 0}, {99, 100, 100, 1100}, {1100, 1100, 1100, -1}}},
       {{Cluster{0, {V(0, true), A(0)}}, Cluster{2000, {V(0, true), A(0)}},
         Cluster{1000, {V(0, true), A(0)}}},
-       {{0, 0, 0, 0}, {1, 0, 0, 2000}, {1500, 0, 0, 2000}, {2500, 1000, 1000, -1}}},
+       {{0, 0, 0, 0}, {1500, 0, 0, 2000}, {2500, 1000, 1000, -1}}},
       {{Cluster{0, {V(0, true), A(0)}}, Cluster{18446744073710, {V(0, true), A(0)}}},
        {{1500, 0, 0, 0}}},
   };
@@ -168,8 +146,7 @@ TEST(SeekingTest, WhereReadingGoesOnAfterASeek) {
   }
 }
 
-// With the file shut under it, a seek that needs to read fails, and the
-// next read ends the stream.
+// With the file shut under it, a seek that must read fails and ends the stream.
 TEST(SeekingTest, ASeekThatCannotReadEndsTheStream) {
   OpenedTitle t(WriteAv({Cluster{0, {V(0, true), A(0)}}, Cluster{1000, {V(0, true), A(0)}}}));
   KVL::StreamInterface* audio = t.opened(1);

@@ -7,46 +7,39 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-// "addStream 13": a call on the n-th stream, whose UID follows the title's
-// and its ten chapters'.
+// "addStream 13": a call on the n-th stream, whose UID follows the ten chapters'.
 std::string Call(const char* name, const OpenedTitle& t, size_t n) {
   return std::string(name) + " " + std::to_string(t.titleUID + 10 + n);
 }
 
-// The readers follow the count of tracks, not their places: video readers
-// at positions 0..n-1, one audio reader at position 1. The first video and
-// the audio reader are enabled, then each is looked up.
+// Readers follow the count of tracks, not their places: video readers at 0..n-1,
+// one audio reader at 1. The first video and the audio reader are enabled.
 TEST(TitleOpeningTest, MakesAddsEnablesAndLooksAtTheReaders) {
   const struct {
     std::vector<Track> tracks;
     std::vector<unsigned> types;
   } cases[] = {{{VideoTrack(1)}, {272}},
-               {{VideoTrack(1), AudioTrack(2)}, {272, 288}},
                {{VideoTrack(1), VideoTrack(2), AudioTrack(3)}, {272, 272, 288}},
                {{AudioTrack(1), VideoTrack(2), AudioTrack(3)}, {272, 288}}};
   for (const auto& c : cases) {
     OpenedTitle t(WriteAv({}, c.tracks), /*openTitle=*/false);
     ASSERT_TRUE(t.ok);
-    const std::string out = OutputOf(1, [&] { EXPECT_EQ(t.source->openTitle(t.titleUID), 0); });
+    OutputOf(1, [&] { EXPECT_EQ(t.source->openTitle(t.titleUID), 0); });
     Calls adds, gets, enables = {Call("enableStream", t, 1) + " 1"};
-    std::string enumerated;
     for (size_t i = 0; i < c.types.size(); ++i) {
       EXPECT_EQ(t.control.stream(i)->streamType(), c.types[i]);
       adds.push_back(Call("addStream", t, i + 1));
       gets.push_back(Call("getStream", t, i + 1));
-      if (c.types[i] == 272) enumerated += "Enumerating video track " + std::to_string(i) + "\n";
     }
     if (c.types.size() > 1) enables.push_back(Call("enableStream", t, c.types.size()) + " 1");
     adds.insert(adds.end(), enables.begin(), enables.end());
     adds.insert(adds.end(), gets.begin(), gets.end());
     EXPECT_EQ(t.control.calls, adds);
-    EXPECT_EQ(out, enumerated);
   }
 }
 
-// A refused video stream fails the opening, but the title stays open for
-// closeTitle, which removes every reader; a kept or closed title sees
-// nothing, and neither does an unknown title or a shut file.
+// A refused video stream fails the opening, but closeTitle still removes every
+// reader; a kept or closed title, an unknown title or a shut file see nothing.
 TEST(TitleOpeningTest, OpenAndCloseGoThroughTheEngine) {
   OpenedTitle t(WriteAv({}), false);
   EXPECT_EQ(t.source->openTitle(t.titleUID + 1), -1);

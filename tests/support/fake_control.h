@@ -1,6 +1,5 @@
-// An engine's control object for tests: UIDs count from 1; it owns the
-// streams it is given until they are removed, opens titles on its container
-// for requestOpenTitle, and notes the calls in order ("enableStream 12 1").
+// An engine's control object: UIDs count from 1; it owns the streams it is given
+// until removed, and notes the calls in order ("enableStream 12 1").
 #ifndef MKVSOURCE_TESTS_SUPPORT_FAKE_CONTROL_H_
 #define MKVSOURCE_TESTS_SUPPORT_FAKE_CONTROL_H_
 

@@ -15,9 +15,8 @@ std::string MediaPath(const std::string& name, const std::string& suffix = ".mkv
 using CsvRow = std::vector<std::string>;
 std::vector<CsvRow> CsvRows(const std::string& text);
 
-// ffprobe's packets of a media file by base name, "stream,pts,size,md5":
-// one per frame in file order, laced blocks split, pts in ticks (ffprobe
-// interpolates it for the later frames of a laced block, or leaves it empty).
+// ffprobe's packets of a media file, "stream,pts,size,md5", one per frame in file
+// order; ffprobe interpolates pts in a laced block, or leaves it empty.
 std::vector<CsvRow> ReadPackets(const std::string& name);
 
 }  // namespace mkvtest

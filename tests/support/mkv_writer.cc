@@ -6,8 +6,7 @@
 namespace mkvtest {
 namespace {
 
-// A size or track number as an EBML vint of the fewest bytes, avoiding the
-// all-ones value that means "unknown".
+// An EBML vint of the fewest bytes, avoiding the all-ones "unknown" value.
 void AppendVint(Bytes* out, uint64_t value) {
   int length = 1;
   while (length < 8 && value >= (uint64_t{1} << (7 * length)) - 1) ++length;

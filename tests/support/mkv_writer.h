@@ -13,8 +13,8 @@
 
 namespace mkvtest {
 
-// One TrackEntry; absent optionals and zeros are not written. A video
-// track (type 1) gets a Video element, an audio track (type 2) an Audio one.
+// One TrackEntry, with a Video (type 1) or Audio (type 2) element; absent
+// optionals and zeros are not written.
 struct Track {
   uint64_t number = 1;
   uint64_t type = 1;
@@ -29,8 +29,7 @@ struct Track {
 Track VideoTrack(uint64_t number = 1, std::optional<std::string> codec = "V_MPEG4/ISO/AVC");
 Track AudioTrack(uint64_t number = 2, std::optional<std::string> codec = "A_AAC");
 
-// A SimpleBlock; several frames are laced with fixed sizes, so they must be
-// of one size.
+// A SimpleBlock; several frames are laced with fixed sizes, so must be of one size.
 struct Block {
   uint64_t track = 1;  // also one that no track has
   int16_t time = 0;    // relative to the cluster's

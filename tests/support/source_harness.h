@@ -1,5 +1,4 @@
-// A source under test with the engine around it (its context, the fake
-// control, the media source of a file) and helpers to read its streams.
+// A source under test with the engine around it, and helpers to read its streams.
 #ifndef MKVSOURCE_TESTS_SUPPORT_SOURCE_HARNESS_H_
 #define MKVSOURCE_TESTS_SUPPORT_SOURCE_HARNESS_H_
 
@@ -30,8 +29,8 @@ struct SourceHarness {
 
   // canPlay() of `path`, with the session to `session`.
   bool Probe(const std::string& path);
-  // Probes and opens `path`, notes its title and opens that unless told
-  // not to; the engine's calls so far are forgotten. False if a step fails.
+  // Probes and opens `path` and its title (unless told not to), forgetting the
+  // engine's calls so far. False if a step fails.
   bool Open(const std::string& path, bool openTitle = true);
   // The i-th stream the engine holds (video readers first), after openStream().
   KVL::StreamInterface* opened(size_t i);
@@ -56,8 +55,7 @@ struct OpenedTitle : SourceHarness {
   const bool ok;
 };
 
-// Video track 1 (H.264, 64x48) and audio track 2 (AAC) unless `tracks`
-// says otherwise, over `clusters`, written to a temporary file.
+// `clusters` of video track 1 and audio track 2 unless `tracks` says otherwise.
 std::string WriteAv(std::vector<Cluster> clusters, std::vector<Track> tracks = {});
 
 // One chunk's content; the chunk itself went back to its allocator.
@@ -73,13 +71,11 @@ inline void PrintTo(const Chunk& chunk, std::ostream* out) {
   *out << chunk.start << "+" << chunk.duration << " (" << chunk.bytes.size() << " bytes)";
 }
 
-// Reads up to `limit` chunks, stopping at the first call without one; the
-// result of that last call goes to `*last` if given.
+// Reads up to `limit` chunks, up to the first call without one, whose result goes to `*last`.
 std::vector<Chunk> ReadChunks(KVL::StreamInterface* stream, size_t limit = SIZE_MAX,
                               int* last = nullptr);
 
-// What `run` writes to the file descriptor `fd`: 1 for the plug-in's
-// lines, 2 for the engine's log.
+// What `run` writes to the file descriptor `fd`: 1 the plug-in's lines, 2 the engine's log.
 std::string OutputOf(int fd, const std::function<void()>& run);
 
 }  // namespace mkvtest

@@ -11,8 +11,7 @@ namespace mkvtest {
 
 using Bytes = std::vector<uint8_t>;
 
-// A path that no earlier call returned; nothing is created. `suffix` ends
-// the file name, e.g. ".mkv".
+// A path that no earlier call returned, ending in `suffix`; nothing is created.
 std::string NewTempPath(const std::string& suffix = ".mkv");
 
 // Writes `bytes` to a new temporary file and returns its path.
