@@ -29,8 +29,8 @@ TEST_F(ProbeTest, HttpIsPlayableWithoutLookingAtIt) {
 TEST_F(ProbeTest, WhatIsNotAPlayableFileIsRefused) {
   std::ifstream in(MediaPath("h264_aac"), std::ios::binary);
   const Bytes whole{std::istreambuf_iterator<char>(in), {}};
-  std::vector<std::string> uris = {"", "HTTP://x/a.mkv", MediaPath("h264_aac"),
-                                   FileUri(MediaPath("aac_only"))};
+  std::vector<std::string> uris = {"", "ftp://x/a.mkv", "HTTP://x/a.mkv",
+                                   MediaPath("h264_aac"), FileUri(MediaPath("aac_only"))};
   for (size_t size : {0, 30, 360, 6866}) {
     uris.push_back(FileUri(WriteTemp(Bytes(whole.begin(), whole.begin() + size))));
   }

@@ -84,7 +84,7 @@ TEST(StreamCoreTest, InfoAndDuration) {
   EXPECT_EQ(OpenedTitle(FileWith(file.tracks)).control.stream(0)->duration(), 0u);
 }
 
-// Audio rates are cut to whole numbers; an unknown codec gives no format code.
+// Audio rates are cut to whole numbers; an unknown video codec is logged twice.
 TEST(StreamCoreTest, FormatsFollowTheCodecId) {
   const struct {
     std::optional<std::string> codec;
@@ -94,10 +94,14 @@ TEST(StreamCoreTest, FormatsFollowTheCodecId) {
   for (const auto& c : videos) {
     const std::string path = FileWith({VideoTrack(1, c.codec), AudioTrack()});
     std::unique_ptr<OpenedTitle> t;
-    OutputOf(2, [&] { t = std::make_unique<OpenedTitle>(path); });
+    const std::string log = OutputOf(2, [&] { t = std::make_unique<OpenedTitle>(path); });
     KVL::StreamInterface* stream = t->control.stream(0);
     EXPECT_STREQ(stream->format()->code, c.code);
     EXPECT_EQ(stream->format()->mediaType, 1u);
+    const std::string line = "Unknown CodecID:" + c.codec.value_or("") + "\n";
+    const bool unknown = *c.code == 0 && c.codec;
+    EXPECT_EQ(log, unknown ? "[MKVSource] canPlay:356: " + line +
+                                 "[MKVSource] VideoStream:1726: " + line : "");
     EXPECT_EQ(Image(stream)->width * 1000 + Image(stream)->height, 64048u);
   }
   const struct {

@@ -24,17 +24,20 @@ TEST(TitleOpeningTest, MakesAddsEnablesAndLooksAtTheReaders) {
   for (const auto& c : cases) {
     OpenedTitle t(WriteAv({}, c.tracks), /*openTitle=*/false);
     ASSERT_TRUE(t.ok);
-    OutputOf(1, [&] { EXPECT_EQ(t.source->openTitle(t.titleUID), 0); });
+    const std::string out = OutputOf(1, [&] { EXPECT_EQ(t.source->openTitle(t.titleUID), 0); });
     Calls adds, gets, enables = {Call("enableStream", t, 1) + " 1"};
+    std::string enumerated;
     for (size_t i = 0; i < c.types.size(); ++i) {
       EXPECT_EQ(t.control.stream(i)->streamType(), c.types[i]);
       adds.push_back(Call("addStream", t, i + 1));
       gets.push_back(Call("getStream", t, i + 1));
+      if (c.types[i] == 272) enumerated += "Enumerating video track " + std::to_string(i) + "\n";
     }
     if (c.types.size() > 1) enables.push_back(Call("enableStream", t, c.types.size()) + " 1");
     adds.insert(adds.end(), enables.begin(), enables.end());
     adds.insert(adds.end(), gets.begin(), gets.end());
     EXPECT_EQ(t.control.calls, adds);
+    EXPECT_EQ(out, enumerated);
   }
 }
 
