@@ -7,9 +7,8 @@
 
 namespace mkvtest {
 
-// Plays `data` as a Matroska file in memory: probe, open, title and chapter queries, then per
-// stream codec data, bounded reads, seeks to times taken from the input and a negative speed;
-// closes it all. Returns the number of chunks read.
+// Plays `data` as a Matroska file in memory, every stream read, sought to times taken from the
+// input and played backwards; closes it all. Returns the number of chunks read.
 size_t PlayWholePath(const uint8_t* data, size_t size);
 
 }  // namespace mkvtest

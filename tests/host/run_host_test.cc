@@ -22,7 +22,6 @@ using mkvtest::CsvRow;
 
 const std::string kSample = mkvtest::MediaPath("sample");
 
-// The columns of --packets output.
 enum PacketColumn { kStream, kKind, kTrack, kStart, kDuration, kSize, kMd5 };
 
 struct HostRun {
@@ -44,32 +43,29 @@ HostRun RunKvlPlay(std::vector<std::string> args) {
   return {status, report.str(), errors.str()};
 }
 
-// The C library's own file: a shared object without _getPlugin.
-std::string LibcPath() {
-  Dl_info info = {};
-  if (dladdr(reinterpret_cast<void*>(&std::fclose), &info) == 0 || !info.dli_fname) return "";
-  return info.dli_fname;
-}
-
 // `shows`: text the report or the error line must hold.
 TEST(RunHost, StatusPerKindOfInput) {
   const std::string text = mkvtest::WriteTemp(mkvtest::Bytes{'n', 'o', 't', '\n'}, ".mkv");
   const std::string size = std::to_string(std::filesystem::file_size(kSample));
+  const std::string cwd = std::filesystem::current_path().string();
+  Dl_info libc = {};  // the C library's own file: a shared object without _getPlugin
+  ASSERT_NE(dladdr(reinterpret_cast<void*>(&std::fclose), &libc), 0);
   const struct {
     std::vector<std::string> args;
     int status;
     std::string shows;
   } cases[] = {
-      {{kSample}, 0, ""},
-      {{text}, 1, ""},                                  // not Matroska
-      {{"/nonexistent/file.mkv"}, 1, ""},               // canPlay can't read it
-      {{"http://example.invalid/a.mkv"}, 3, ""},        // accepted unseen, can't be opened
+      {{text}, 1, ""},  // not Matroska
+      // Paths become file URIs, made absolute and normal but not escaped; schemes stay.
+      {{"/no/../no/./a b%20c.mkv"}, 1, "not playable: file:///no/a b%20c.mkv\n"},
+      {{"./x:y.mkv"}, 1, "not playable: file://" + cwd + "/x:y.mkv\n"},  // no scheme before a dot
+      {{"http://example.invalid/a.mkv"}, 3, "cannot open: http://example.invalid/a.mkv\n"},
       {{"--refuse", "", kSample}, 1, "refused: video format \"\" (reason 20)"},  // AVC asks
       {{"--refuse", "H265", kSample}, 0, ""},
       {{mkvtest::MediaPath("aac_only")}, 1, "not playable: file://"},
       {{"--refuse", "H265", mkvtest::MediaPath("hevc_mp3")}, 1, "refused video format \"H265\""},
       {{"--inspect", kSample}, 0, "size: " + size + "\n"},
-      {{"--inspect", "http://example.invalid/a.mkv"}, 3, ""},
+      {{"--inspect", ""}, 3, "cannot inspect: \n"},
       {{"--help"}, 0, "--packets"},
       {{}, 2, ""},
       {{"--packets", "--json", kSample}, 2, ""},
@@ -77,7 +73,7 @@ TEST(RunHost, StatusPerKindOfInput) {
       {{"--inspect", kSample, kSample}, 2, ""},
       {{"--extract", "/nonexistent/dir", kSample}, 2, ""},
       {{"--module", "/nonexistent/MKVSource.so", kSample}, 4, ""},
-      {{"--module", LibcPath(), kSample}, 4, ""},  // no _getPlugin
+      {{"--module", libc.dli_fname, kSample}, 4, ""},
       {{"--module", kSample, kSample}, 4, ""},
   };
   for (const auto& c : cases) {
@@ -109,14 +105,15 @@ TEST(RunHost, JsonReportDescribesTitleStreamsChapterSeekAndExtraction) {
   EXPECT_EQ(report["streams"][1]["sample_rate"], 44100);
   const uint32_t videoTicks = report["streams"][0]["duration"];
   EXPECT_EQ(report["chapters"][9]["end"].get<uint32_t>(), videoTicks * 100);
-  EXPECT_EQ(report["current_chapter"], report["chapters"][5]["uid"]);
+  const nlohmann::json& chapter = report["chapters"][5];
+  EXPECT_EQ(report["current_chapter"], chapter["uid"]);
   for (const nlohmann::json& stream : report["streams"]) {
     EXPECT_EQ(stream["ending"], "end of stream");
     ASSERT_EQ(stream["seeks"].size(), 1u);
     EXPECT_EQ(stream["seeks"][0]["result"], 0);
-    EXPECT_EQ(stream["seeks"][0]["requested"], report["chapters"][5]["start"].get<uint32_t>() / 100);
-    const std::string file = dir + "/stream" + stream["index"].dump() + "-" +
-                             stream["kind"].get<std::string>();
+    EXPECT_EQ(stream["seeks"][0]["requested"], chapter["start"].get<uint32_t>() / 100);
+    const std::string file =
+        dir + "/stream" + stream["index"].dump() + "-" + stream["kind"].get<std::string>();
     EXPECT_EQ(std::filesystem::file_size(file + ".bin"), stream["bytes"]);
     if (stream["codec_private_size"] > 0) {
       EXPECT_EQ(std::filesystem::file_size(file + ".private"), stream["codec_private_size"]);
@@ -126,8 +123,7 @@ TEST(RunHost, JsonReportDescribesTitleStreamsChapterSeekAndExtraction) {
   EXPECT_EQ(report["engine"]["open_title_results"], nlohmann::json::array({0}));
 }
 
-// x264's files against ffprobe: the coded size is whole macroblocks, the
-// cropped one ffprobe's.
+// x264's files: the cropped size as ffprobe saw it, the coded one within a macroblock of it.
 class AvcFileReport : public testing::TestWithParam<const char*> {};
 
 TEST_P(AvcFileReport, H264FactsAgreeWithFFprobe) {
@@ -144,7 +140,6 @@ TEST_P(AvcFileReport, H264FactsAgreeWithFFprobe) {
     const uint32_t coded = avc[std::string("coded_") + side];
     const uint32_t cropped = avc[std::string("cropped_") + side];
     EXPECT_EQ(facts[side], std::to_string(cropped));
-    EXPECT_EQ(0u, coded % 16);
     EXPECT_LT(coded - cropped, facts["sps.frame_cropping_flag"] == "1" ? 16u : 1u);
   }
   EXPECT_EQ(facts.count("hrd_bit_rate") ? facts["hrd_bit_rate"] : "none", field("peak_bitrate"));
@@ -153,7 +148,8 @@ TEST_P(AvcFileReport, H264FactsAgreeWithFFprobe) {
 
 INSTANTIATE_TEST_SUITE_P(X264, AvcFileReport,
                          testing::Values("baseline_l10", "main_l30_vui", "high_l41_vbr_hrd",
-                                         "high_l40_cbr_hrd", "high10_l31_interlaced", "high444_l20"));
+                                         "high_l40_cbr_hrd", "high10_l31_interlaced",
+                                         "high444_l20"));
 
 using Tracks = std::map<std::string, std::vector<CsvRow>>;
 

@@ -1,4 +1,4 @@
-// The engine-style concurrency run: the rules it judges by, then runs on committed files.
+// The concurrency run's rules, then committed files at fixed seeds, bounded in calls and time.
 #include <gtest/gtest.h>
 
 #include "host/loaded_engine.h"
@@ -38,11 +38,10 @@ TEST(StressRules, ChunksFollowTheReferenceBetweenSeeks) {
 TEST(StressRun, CommittedFilesKeepEveryRule) {
   const char* const media[] = {"sample", "h264_mp3_laced", "h264_aac_scale100us", "hevc_mp3",
                                "mpeg4_aac"};
-  for (uint64_t seed = 0; seed < std::size(media); ++seed) {
-    SCOPED_TRACE(media[seed]);
+  for (size_t i = 0; i < std::size(media); ++i) {
+    SCOPED_TRACE(media[i]);
     LoadedEngine engine(MKVSOURCE_MODULE_PATH, {});
-    // Fixed seeds, bounded in calls (and, as a guard, in time).
-    const StressPlan plan{SourceUri(mkvtest::MediaPath(media[seed])), seed + 1, 120, 400};
+    const StressPlan plan{SourceUri(mkvtest::MediaPath(media[i])), i + 1, 120, 400};
     PlayReport report;
     StressSummary summary;
     EXPECT_EQ(RunStress(engine.module(), engine.control(), plan, report, summary), kPlayed)
