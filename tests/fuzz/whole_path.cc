@@ -15,7 +15,7 @@ constexpr size_t kChunksPerRun = 500;
 // frame bytes, which the fuzzer may change without breaking the layout.
 uint32_t WordFromEnd(const uint8_t* data, size_t size, size_t n) {
   uint32_t word = 0;
-  for (size_t i = 4 * n; i > 4 * (n - 1); --i) word = (word << 8) | (i <= size ? data[size - i] : 0);
+  for (size_t i = 4 * n; i > 4 * n - 4; --i) word = (word << 8) | (i <= size ? data[size - i] : 0);
   return word;
 }
 
@@ -65,7 +65,8 @@ size_t PlayWholePath(const uint8_t* data, size_t size) {
   source.getCurrentChapter();
   size_t chunks = 0;
   for (size_t i = 0; i < engine.control.streamCount(); ++i)
-    chunks += PlayStream(engine.control.stream(i), WordFromEnd(data, size, 1), WordFromEnd(data, size, 2));
+    chunks += PlayStream(engine.control.stream(i), WordFromEnd(data, size, 1),
+                         WordFromEnd(data, size, 2));
   source.closeTitle(false);
   source.close();
   return chunks;

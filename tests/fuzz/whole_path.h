@@ -1,5 +1,4 @@
-// One input through the whole plug-in as an engine drives it; the fuzz
-// target and the corpus replay share it.
+// One input through the whole plug-in as an engine drives it, for the fuzz target and the replay.
 #ifndef MKVSOURCE_TESTS_FUZZ_WHOLE_PATH_H_
 #define MKVSOURCE_TESTS_FUZZ_WHOLE_PATH_H_
 
@@ -8,11 +7,8 @@
 
 namespace mkvtest {
 
-// Plays `data` as a Matroska file read from memory: probe, open, title and
-// chapter queries, playFirstTitle, then per stream codec data, reading
-// (bounded), exact and inexact seeks to times taken from the input and a
-// negative speed; closes it all, every chunk given back. Returns the
-// number of chunks read.
+// Plays `data` as a Matroska file in memory, every stream read, sought to times taken from the
+// input and played backwards; closes it all. Returns the number of chunks read.
 size_t PlayWholePath(const uint8_t* data, size_t size);
 
 }  // namespace mkvtest
