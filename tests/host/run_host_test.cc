@@ -1,10 +1,8 @@
 // kvl-play run in-process through the built module: statuses, one-line errors,
 // report forms, options, and every committed file frame by frame.
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -32,9 +30,8 @@ struct HostRun {
 
 // The module built beside the tests unless `args` name one with --module.
 HostRun RunKvlPlay(std::vector<std::string> args) {
-  if (std::find(args.begin(), args.end(), "--module") == args.end()) {
+  if (std::find(args.begin(), args.end(), "--module") == args.end())
     args.insert(args.begin(), {"--module", MKVSOURCE_MODULE_PATH});
-  }
   args.insert(args.begin(), "kvl-play");
   std::vector<const char*> argv;
   for (const std::string& arg : args) argv.push_back(arg.c_str());
@@ -45,17 +42,14 @@ HostRun RunKvlPlay(std::vector<std::string> args) {
 
 // `shows`: text the report or the error line must hold.
 TEST(RunHost, StatusPerKindOfInput) {
-  const std::string text = mkvtest::WriteTemp(mkvtest::Bytes{'n', 'o', 't', '\n'}, ".mkv");
   const std::string size = std::to_string(std::filesystem::file_size(kSample));
   const std::string cwd = std::filesystem::current_path().string();
-  Dl_info libc = {};  // the C library's own file: a shared object without _getPlugin
-  ASSERT_NE(dladdr(reinterpret_cast<void*>(&std::fclose), &libc), 0);
   const struct {
     std::vector<std::string> args;
     int status;
     std::string shows;
   } cases[] = {
-      {{text}, 1, ""},  // not Matroska
+      {{mkvtest::WriteTemp({'n', 'o', 't', '\n'})}, 1, ""},  // not Matroska
       // Paths become file URIs, made absolute and normal but not escaped; schemes stay.
       {{"/no/../no/./a b%20c.mkv"}, 1, "not playable: file:///no/a b%20c.mkv\n"},
       {{"./x:y.mkv"}, 1, "not playable: file://" + cwd + "/x:y.mkv\n"},  // no scheme before a dot
@@ -74,20 +68,16 @@ TEST(RunHost, StatusPerKindOfInput) {
       {{"--inspect", kSample, kSample}, 2, ""},
       {{"--extract", "/nonexistent/dir", kSample}, 2, ""},
       {{"--module", "/nonexistent/MKVSource.so", kSample}, 4, ""},
-      {{"--module", libc.dli_fname, kSample}, 4, ""},
-      {{"--module", kSample, kSample}, 4, ""},
+      {{"--module", KVL_CORE_PATH, kSample}, 4, ""},  // a shared object without _getPlugin
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(testing::PrintToString(c.args));
     const HostRun run = RunKvlPlay(c.args);
     EXPECT_EQ(run.status, c.status) << run.errors;
     EXPECT_NE((run.report + run.errors).find(c.shows), std::string::npos) << run.report;
-    if (c.status == 1 || c.status >= 3) {
-      EXPECT_TRUE(!run.errors.empty() && run.errors.find('\n') + 1 == run.errors.size());
-    }
-    if (c.status == 4) {
-      EXPECT_EQ("", run.report);
-    }
+    const bool oneLine = !run.errors.empty() && run.errors.find('\n') + 1 == run.errors.size();
+    EXPECT_TRUE(oneLine || c.status == 0 || c.status == 2) << run.errors;
+    EXPECT_TRUE(run.report.empty() || c.status != 4) << run.report;
   }
 }
 
@@ -131,8 +121,7 @@ TEST_P(AvcFileReport, H264FactsAgreeWithFFprobe) {
   const HostRun run = RunKvlPlay({"--json", path});
   ASSERT_EQ(run.status, 0) << run.errors;
   std::map<std::string, std::string> facts = AvcFileFacts(GetParam());
-  const nlohmann::json report = nlohmann::json::parse(run.report);
-  const nlohmann::json& avc = report["streams"][0]["h264"];
+  const nlohmann::json avc = nlohmann::json::parse(run.report)["streams"][0]["h264"];
   const auto field = [&](const char* key) { return avc.contains(key) ? avc[key].dump() : "none"; };
   EXPECT_EQ(facts["sps.profile_idc"], field("profile"));
   EXPECT_EQ(facts["level"], field("level"));
@@ -172,14 +161,12 @@ TEST_P(MediaPlayback, DeliversEveryFrameAsFfprobeSawItFurthestBehindFirst) {
   EXPECT_EQ(0u, run.report.find("stream,kind,track,start,duration,size,md5\n"));
   const std::vector<CsvRow> rows = mkvtest::CsvRows(run.report);
   const Tracks chunks = ByTrack(rows, kTrack);
-  const Tracks threadedChunks = ByTrack(mkvtest::CsvRows(threaded.report), kTrack);
   const Tracks packets = ByTrack(mkvtest::ReadPackets(GetParam()), 0);
-  ASSERT_FALSE(packets.empty());
   ASSERT_EQ(chunks.size(), packets.size());
+  EXPECT_EQ(ByTrack(mkvtest::CsvRows(threaded.report), kTrack), chunks);
   for (const auto& [track, expected] : packets) {
     SCOPED_TRACE("track " + track);
     const std::vector<CsvRow>& got = chunks.at(track);
-    EXPECT_EQ(threadedChunks.at(track), got);
     ASSERT_EQ(got.size(), expected.size());
     for (size_t i = 0; i < got.size(); ++i) {
       SCOPED_TRACE("frame " + std::to_string(i));
