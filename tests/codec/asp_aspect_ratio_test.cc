@@ -1,14 +1,11 @@
 #include "codec/asp_aspect_ratio.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "gtest/gtest.h"
-#include "tests/codec/bit_writer.h"
+#include "tests/codec/test_bytes.h"
 
 namespace {
-
-using Bytes = std::vector<unsigned char>;
 
 TEST(ReadASPBitsTest, ReadsInsideTheDataAndKeepsWhatItGotAtTheEnd) {
   const unsigned char data[] = {0xA5, 0x3C, 0x0F, 0x78, 0x9A};

@@ -1,14 +1,9 @@
-#include <vector>
-
 #include "codec/avc_bit_cursor.h"
 #include "codec/avc_bit_reader.h"
 #include "gtest/gtest.h"
-#include "tests/codec/bit_writer.h"
-#include "tests/codec/exact_buffer.h"
+#include "tests/codec/test_bytes.h"
 
 namespace {
-
-using Bytes = std::vector<unsigned char>;
 
 TEST(AVCBitReaderTest, FixedWidthReadsAndAnExpGolombCodeBeyond64Bits) {
   unsigned char data[] = {0xA5, 0x3C, 0x01, 0x23, 0x45, 0x67, 0x89, 0xAB, 0xCD};

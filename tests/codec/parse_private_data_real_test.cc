@@ -6,16 +6,13 @@
 #include <iterator>
 #include <map>
 #include <string>
-#include <vector>
 
 #include "codec/parse_private_data.h"
 #include "gtest/gtest.h"
 #include "tests/codec/avc_file_facts.h"
-#include "tests/codec/exact_buffer.h"
+#include "tests/codec/test_bytes.h"
 
 namespace {
-
-using Bytes = std::vector<unsigned char>;
 
 // The CodecPrivate of the first track: in every file here the first element 63 A2, with a
 // one-byte size. Empty if absent.
