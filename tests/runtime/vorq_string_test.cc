@@ -85,7 +85,7 @@ TEST(VorQString, LengthCloneSubstringAndJoin) {
     int start, count;
     const char* expected;
   } substrings[] = {{"abc", 1, 2, "bc"}, {"abc", 2, 2, "(null)"}, {"abc", 3, 0, ""},
-                    {"abc", -1, 1, "(null)"}, {"abc", 1, 0x7FFFFFFF, "(null)"},
+                    {"abc", -1, 1, "(null)"}, {"abc", 1, 0x7FFFFFFF, "(null)"}, {"abc", 0, 2, "ab"},
                     {kTooLong.c_str(), 0, 1, "(null)"}};
   for (const auto& c : substrings)
     EXPECT_EQ(c.expected, Taken(VorQCloneSubstring(c.text, c.start, c.count))) << c.start;
