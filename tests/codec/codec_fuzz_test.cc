@@ -1,20 +1,18 @@
 // Random and truncated input for the analysers, for the sanitizers to watch.
 #include <random>
-#include <vector>
 
 #include "codec/asp_aspect_ratio.h"
 #include "codec/parse_private_data.h"
 #include "gtest/gtest.h"
-#include "tests/codec/exact_buffer.h"
+#include "tests/codec/test_bytes.h"
 
 namespace {
 
 // Random bytes, half the time mostly zeros (long Exp-Golomb codes, large counts, start codes),
 // with `header` planted at `at` most of the time.
-std::vector<unsigned char> RandomBytes(std::mt19937& random, size_t size,
-                                       const std::vector<unsigned char>& header, size_t at) {
+Bytes RandomBytes(std::mt19937& random, size_t size, const Bytes& header, size_t at) {
   const bool sparse = random() % 2;
-  std::vector<unsigned char> bytes(size);
+  Bytes bytes(size);
   for (unsigned char& byte : bytes)
     byte = sparse && random() % 4 ? 0 : static_cast<unsigned char>(random());
   if (size >= at + header.size() && random() % 4)
@@ -27,9 +25,9 @@ TEST(CodecFuzzTest, InitParseAndAspectRatioSearchStayInsideRandomData) {
   for (int round = 0; round < 2000; ++round) {
     // A set count and a length that lead into the parse.
     const size_t size = random() % 96, length = size - 8 + random() % 3;
-    const std::vector<unsigned char> header = {static_cast<unsigned char>(0xE1 + random() % 2),
-                                               static_cast<unsigned char>(length >> 8),
-                                               static_cast<unsigned char>(length)};
+    const Bytes header = {static_cast<unsigned char>(0xE1 + random() % 2),
+                          static_cast<unsigned char>(length >> 8),
+                          static_cast<unsigned char>(length)};
     ForEachPrefix(RandomBytes(random, size, header, 5), [](unsigned char* data, unsigned int size) {
       ParsePrivateData p;
       p.Init(data, size);

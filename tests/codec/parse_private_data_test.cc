@@ -2,14 +2,10 @@
 // list flags, picture order type 1 and records that are refused.
 #include "codec/parse_private_data.h"
 
-#include <vector>
-
 #include "gtest/gtest.h"
-#include "tests/codec/bit_writer.h"
+#include "tests/codec/test_bytes.h"
 
 namespace {
-
-using Bytes = std::vector<unsigned char>;
 
 // The fields up to vui_parameters_present_flag of a 4:2:0 frame of 4x3
 // macroblocks, level 3.0, pic_order_cnt_type 2.
