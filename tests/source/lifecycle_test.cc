@@ -73,7 +73,6 @@ TEST_F(LifecycleTest, OpenPublishesTitleChaptersAndAnEmptyDocument) {
 // A file gone between probe and open fails the open; a saved session closed unused
 // leaves the source usable.
 TEST_F(LifecycleTest, OpenFailuresSayWhichUri) {
-
   const std::string path = NewTempPath();
   std::filesystem::copy_file(kFile, path);
   source->closeSavedSession(nullptr);
