@@ -12,7 +12,7 @@ mkvtest::Bytes LongFileBytes(int seconds, int payloadScale) {
   video.default_duration = 40000000;
   Track audio = AudioTrack(2, "A_AAC");
   audio.default_duration = 20000000;
-  MkvFile file({video, audio}, {}, 1000000, seconds * 1000.0);
+  MkvFile file{{video, audio}, {}, 1000000, seconds * 1000.0};
   for (int second = 0; second < seconds; ++second) {
     Cluster cluster{static_cast<uint64_t>(second) * 1000, {}};
     for (int i = 0; i < 50; ++i) {

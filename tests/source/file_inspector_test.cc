@@ -5,21 +5,19 @@
 namespace mkvtest {
 namespace {
 
-class InspectorTest : public SourceTest {
- protected:
-  unsigned int OpenFile(const std::string& uri) {
-    return source->openFile(SourceOf(uri)->getUri());
-  }
-  // getSize's answer, or `before` where it leaves the value alone.
-  unsigned long long Size(unsigned long long before = 99) {
-    EXPECT_EQ(0, source->getSize(before));
-    return before;
-  }
-};
+using InspectorTest = SourceTest;
 
 // The size of the file last named by a file URI; before any, 0. Other URIs
 // are refused and keep the file; a missing file keeps the caller's value.
 TEST_F(InspectorTest, ReportsTheSizeOfTheFileNamedByUri) {
+  const auto OpenFile = [&](const std::string& uri) {
+    return source->openFile(SourceOf(uri)->getUri());
+  };
+  // getSize's answer, or `before` where it leaves the value alone.
+  const auto Size = [&](unsigned long long before = 99) {
+    EXPECT_EQ(0, source->getSize(before));
+    return before;
+  };
   EXPECT_EQ(0u, Size());
   const std::string path = WriteTemp(Bytes(1234, 1));
   EXPECT_EQ(0u, OpenFile(FileUri(path)) + OpenFile(FileUri(path)));

@@ -7,11 +7,7 @@
 namespace mkvtest {
 namespace {
 
-std::string FileWithVideo(std::optional<std::string> codecId) {
-  return WriteAv({}, {VideoTrack(1, std::move(codecId)), AudioTrack(2)});
-}
-
-class ProbeTest : public SourceTest {};
+using ProbeTest = SourceTest;
 
 // http is played unseen. A failed parse leaves the reader holding its file.
 TEST_F(ProbeTest, HttpIsPlayableWithoutLookingAtIt) {
@@ -53,12 +49,12 @@ TEST_F(ProbeTest, AsksTheEngineAboutTheFirstVideoFormat) {
   for (const auto& c : cases) {
     KVL::PluginContext engine;
     KVL::MKVSource fresh(&engine);
-    media = SourceOf(FileUri(FileWithVideo(c.codecId)));
+    media = SourceOf(FileUri(WriteAv({}, {VideoTrack(1, c.codecId), AudioTrack()})));
     OutputOf(2, [&] { EXPECT_TRUE(fresh.canPlay(*media, nullptr, nullptr, nullptr)); });
     EXPECT_EQ(std::vector<std::string>{c.asked}, engine.askedFormats());
   }
   KVL::MKVSource without(nullptr);
-  media = SourceOf(FileUri(FileWithVideo("V_VP9")));
+  media = SourceOf(FileUri(WriteAv({}, {VideoTrack(1, "V_VP9"), AudioTrack()})));
   OutputOf(2, [&] { EXPECT_TRUE(without.canPlay(*media, nullptr, nullptr, nullptr)); });
   context.refuseVideoFormat("H265");
   EXPECT_TRUE(Probe(WriteMkv(MkvFile{{VideoTrack(), VideoTrack(2, "V_MPEGH/ISO/HEVC")}, {}})));

@@ -56,6 +56,7 @@ TEST(ReadPathTest, ChunksAreTheFilesFramesOfTheTrack) {
   }
 }
 
+// Durations are cut to whole ticks.
 TEST(ReadPathTest, TimesInTicksOfTheTimecodeScale) {
   const struct {
     uint64_t scale;
@@ -63,10 +64,7 @@ TEST(ReadPathTest, TimesInTicksOfTheTimecodeScale) {
     uint64_t cluster;
     int16_t block;
     uint32_t start, duration;
-  } cases[] = {{1000000, 40000000, 2000, 40, 2040, 40},
-               {1000000, 41708333, 0, 0, 0, 41},
-               {100000, 40000000, 20000, 400, 20400, 400},
-               {1000000, std::nullopt, 500, 7, 507, 0}};
+  } cases[] = {{1000000, 41708333, 0, 0, 0, 41}, {100000, 40000000, 20000, 400, 20400, 400}};
   for (const auto& c : cases) {
     const Block block{1, c.block, true, {Payload(4)}};
     MkvFile file{{VideoTrack()}, {Cluster{c.cluster, {block, block}}}, c.scale};

@@ -90,7 +90,7 @@ TEST(StreamCoreTest, FormatsFollowTheCodecId) {
     std::optional<std::string> codec;
     const char* code;
   } videos[] = {{"V_MPEG4/ISO/AVC", "H264"}, {"V_MPEGH/ISO/HEVC", "H265"},
-                {"V_MPEG4/ISO/HEVC", "H265"}, {"V_MPEG4/ISO/AVCX", ""}, {std::nullopt, ""}};
+                {"V_MPEG4/ISO/AVCX", ""}, {std::nullopt, ""}};
   for (const auto& c : videos) {
     const std::string path = FileWith({VideoTrack(1, c.codec), AudioTrack()});
     std::unique_ptr<OpenedTitle> t;

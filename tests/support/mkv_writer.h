@@ -43,16 +43,10 @@ struct Cluster {
 };
 
 struct MkvFile {
-  MkvFile(std::vector<Track> tracks, std::vector<Cluster> clusters, uint64_t scale = 1000000,
-          std::optional<double> duration = {})
-      : tracks(std::move(tracks)),
-        clusters(std::move(clusters)),
-        scale(scale),
-        duration(duration) {}
   std::vector<Track> tracks;
   std::vector<Cluster> clusters;
-  uint64_t scale;                  // TimecodeScale, ns a tick
-  std::optional<double> duration;  // ticks
+  uint64_t scale = 1000000;             // TimecodeScale, ns a tick
+  std::optional<double> duration = {};  // ticks
 };
 
 Bytes Serialize(const MkvFile& file);

@@ -67,9 +67,6 @@ struct Chunk {
     return start == o.start && duration == o.duration && bytes == o.bytes;
   }
 };
-inline void PrintTo(const Chunk& chunk, std::ostream* out) {
-  *out << chunk.start << "+" << chunk.duration << " (" << chunk.bytes.size() << " bytes)";
-}
 
 // Reads up to `limit` chunks, up to the first call without one, whose result goes to `*last`.
 std::vector<Chunk> ReadChunks(KVL::StreamInterface* stream, size_t limit = SIZE_MAX,
