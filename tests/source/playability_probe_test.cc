@@ -40,7 +40,8 @@ TEST_F(ProbeTest, WhatIsNotAPlayableFileIsRefused) {
 }
 
 // Only the first video track's format is asked about; without a context every
-// codec passes, and without init() opening fails. A refusal appends one descriptor and closes the file for open.
+// codec passes, and without init() opening fails. A refusal appends one descriptor
+// and closes the file for open.
 TEST_F(ProbeTest, AsksTheEngineAboutTheFirstVideoFormat) {
   const struct {
     std::optional<std::string> codecId;
