@@ -32,10 +32,6 @@ class ChaptersTest : public SourceTest {
     const KVL::List<unsigned long long> list = source->getChapters(titleUID);
     for (auto* node = list.head(); node; node = node->next) chapters.push_back(node->value);
   }
-  void OpenTitle() {
-    OutputOf(1, [&] { ASSERT_EQ(0, source->openTitle(titleUID)); });
-    control.calls.clear();
-  }
   std::string lines;
   std::vector<unsigned long long> chapters;
 };
@@ -60,7 +56,8 @@ TEST_F(ChaptersTest, PublishedInUidOrderWithEngineTimes) {
   EXPECT_EQ("couldn't find title UID.\n",
             OutputOf(1, [&] { EXPECT_EQ(0u, source->getCurrentChapter()); }));
   source->selectChapter(chapters[3]);  // no title open: no seek
-  OpenTitle();
+  OutputOf(1, [&] { ASSERT_EQ(0, source->openTitle(titleUID)); });
+  control.calls.clear();
   source->selectChapter(999);
   source->selectChapter(chapters[3]);
   EXPECT_EQ(std::vector<std::string>{"seekToTime 30000 1"}, control.calls);
@@ -75,16 +72,10 @@ TEST_F(ChaptersTest, PublishedInUidOrderWithEngineTimes) {
   }
 }
 
-// Without Duration every chapter runs from 0 to -1, and selecting one jumps to 0.
+// Without Duration every chapter runs from 0 to -1.
 TEST_F(ChaptersTest, WithoutDurationChaptersRunFromZeroToMinusOne) {
   OpenLasting(std::nullopt);
-  for (unsigned long long uid : chapters) {
-    EXPECT_EQ(0u, source->getChapterStartTime(uid) + source->getChapterEndTime(uid));
-  }
-  EXPECT_NE(std::string::npos, lines.find("AutoChapter start: 0 end: 18446744073709551615\n"));
-  OpenTitle();
-  source->selectChapter(chapters[5]);
-  EXPECT_EQ(std::vector<std::string>{"seekToTime 0 1"}, control.calls);
+  EXPECT_EQ(0u, lines.find("AutoChapter start: 0 end: 18446744073709551615\n"));
 }
 
 }  // namespace

@@ -40,7 +40,8 @@ TEST_F(ProbeTest, WhatIsNotAPlayableFileIsRefused) {
 }
 
 // Only the first video track's format is asked about; without a context every
-// codec passes. A refusal appends one descriptor and closes the file for open.
+// codec passes, and without init() opening fails. A refusal appends one descriptor
+// and closes the file for open.
 TEST_F(ProbeTest, AsksTheEngineAboutTheFirstVideoFormat) {
   const struct {
     std::optional<std::string> codecId;
@@ -53,9 +54,14 @@ TEST_F(ProbeTest, AsksTheEngineAboutTheFirstVideoFormat) {
     OutputOf(2, [&] { EXPECT_TRUE(fresh.canPlay(*media, nullptr, nullptr, nullptr)); });
     EXPECT_EQ(std::vector<std::string>{c.asked}, engine.askedFormats());
   }
-  KVL::MKVSource without(nullptr);
+  KVL::MKVSource without(nullptr);  // nor init(): nothing can be published
   media = SourceOf(FileUri(WriteAv({}, {VideoTrack(1, "V_VP9"), AudioTrack()})));
-  OutputOf(2, [&] { EXPECT_TRUE(without.canPlay(*media, nullptr, nullptr, nullptr)); });
+  void* saved = nullptr;
+  OutputOf(2, [&] { EXPECT_TRUE(without.canPlay(*media, nullptr, &saved, nullptr)); });
+  EXPECT_EQ(-1, without.open(saved));
+  EXPECT_EQ(-1, without.open(*media));
+  without.playFirstTitle();
+  EXPECT_EQ(0u, without.getCurrentChapter());
   context.refuseVideoFormat("H265");
   EXPECT_TRUE(Probe(WriteMkv(MkvFile{{VideoTrack(), VideoTrack(2, "V_MPEGH/ISO/HEVC")}, {}})));
   EXPECT_NE(nullptr, session);

@@ -57,7 +57,8 @@ Block V(int16_t time, bool key) { return Block{1, time, key, {Payload(4, time % 
 Block A(int16_t time) { return Block{2, time, true, {Payload(3)}}; }
 
 // The audio reader reports the time asked for (+1 when not exact) and goes on
-// from the parser's entry, whose single frame counts as delivered.
+// from the parser's entry, whose single frame counts as delivered. A sync point
+// is the time asked for; a reset keeps the cursor at the end.
 TEST(SeekingTest, AudioSeekReportsTheRequestedTime) {
   OpenedTitle t(
       WriteAv({Cluster{0, {V(0, true), A(0), A(500)}}, Cluster{1000, {V(0, true), A(0), A(500)}},
@@ -82,27 +83,19 @@ TEST(SeekingTest, AudioSeekReportsTheRequestedTime) {
   }
   EXPECT_EQ(stream->seekStream(100, nullptr, true), 0);
   EXPECT_EQ(ReadChunks(stream).size(), 5u);  // 500 to 2500
-}
-
-// A sync point is the time asked for; a reset keeps the cursor at the end.
-TEST(SeekingTest, SyncPointsResetAndScan) {
-  OpenedTitle t(WriteAv({Cluster{0, {V(0, true), A(0)}}}));
-  KVL::StreamInterface* video = t.opened(0);
+  EXPECT_EQ(OutputOf(1, [&] { EXPECT_EQ(stream->resetStream(), 0); }), "Reset Audio Stream 1\n");
+  EXPECT_FALSE(stream->isEOS());
+  EXPECT_EQ(NextStart(stream), -1);
   unsigned int point = 1;
-  EXPECT_EQ(OutputOf(1, [&] { EXPECT_EQ(video->getSyncPoint(0, 5000, &point), 0); }),
-            "Video Stream 0: got sync point 5000 from time 5000 (looking backward)\n");
+  EXPECT_EQ(OutputOf(1, [&] { EXPECT_EQ(stream->getSyncPoint(0, 5000, &point), 0); }),
+            "Audio Stream 1: got sync point 5000 from time 5000 (looking backward)\n");
   EXPECT_EQ(point, 5000u);
-  EXPECT_EQ(OutputOf(1, [&] { EXPECT_EQ(video->getSyncPoint(1, 0, &point), 0); }),
-            "Video Stream 0: assumed zero sync point\n");
+  EXPECT_EQ(OutputOf(1, [&] { EXPECT_EQ(stream->getSyncPoint(1, 0, &point), 0); }),
+            "Audio Stream 1: assumed zero sync point\n");
   EXPECT_EQ(point, 0u);
-  EXPECT_EQ(video->getSyncPoint(1, 5, nullptr), int(0x80100001));
-  KVL::StreamInterface* audio = t.opened(1);
-  EXPECT_EQ(ReadChunks(audio).size(), 1u);
-  EXPECT_EQ(OutputOf(1, [&] { EXPECT_EQ(audio->resetStream(), 0); }), "Reset Audio Stream 1\n");
-  EXPECT_FALSE(audio->isEOS());
-  EXPECT_EQ(NextStart(audio), -1);
+  EXPECT_EQ(stream->getSyncPoint(1, 5, nullptr), int(0x80100001));
   long long result = 0;
-  EXPECT_EQ(audio->scanStream(1234, &result), 0);
+  EXPECT_EQ(stream->scanStream(1234, &result), 0);
   EXPECT_EQ(result, 1234);
 }
 
