@@ -16,27 +16,5 @@ TEST(MKVSourceShell, RefusesOtherInterfaceNamesAndANullResult) {
                                    nullptr));
 }
 
-struct TracedReader : IMkvReader {
-  ~TracedReader() override { ++*deletions; }
-  int Open(const char*) override { return -1; }
-  void Close() override { ++closes; }
-  int Read(long long, long, unsigned char*) override { return -1; }
-  int Length(long long*, long long*) override { return -1; }
-  int* deletions = nullptr;
-  int closes = 0;
-};
-
-// The second constructor owns its reader; an object never opened closes and ends without harm.
-TEST(MKVSourceShell, OwnsItsReaderAndEndsAtTheLastRelease) {
-  int deletions = 0;
-  auto* reader = new TracedReader;
-  reader->deletions = &deletions;
-  Plugin* plugin = new MKVSource(nullptr, reader);
-  EXPECT_EQ(0, static_cast<MKVSource*>(plugin)->close());
-  EXPECT_EQ(1, reader->closes);
-  plugin->release();
-  EXPECT_EQ(1, deletions);
-}
-
 }  // namespace
 }  // namespace KVL
