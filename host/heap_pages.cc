@@ -27,12 +27,12 @@ void UseHugeHeapPages() {
   auto* const before = static_cast<char*>(sbrk(0));
   void* const grown = std::malloc(mallinfo2().keepcost + 1);
   auto* const end = static_cast<char*>(sbrk(0));
-  if (grown && end > before) {
-    const uintptr_t pageMask = static_cast<uintptr_t>(sysconf(_SC_PAGESIZE)) - 1;
-    const uintptr_t from = (reinterpret_cast<uintptr_t>(grown) + pageMask) & ~pageMask;
+  const uintptr_t pageMask = static_cast<uintptr_t>(sysconf(_SC_PAGESIZE)) - 1;
+  const uintptr_t from = (reinterpret_cast<uintptr_t>(grown) + pageMask) & ~pageMask;
+  // The block's first whole page must lie inside the grown heap.
+  if (grown && end > before && from < reinterpret_cast<uintptr_t>(end))
     madvise(reinterpret_cast<void*>(from), reinterpret_cast<uintptr_t>(end) - from,
             MADV_HUGEPAGE);
-  }
   std::free(grown);
 }
 

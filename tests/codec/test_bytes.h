@@ -1,5 +1,5 @@
-#ifndef TESTS_CODEC_TEST_BYTES_H_
-#define TESTS_CODEC_TEST_BYTES_H_
+#ifndef MKVSOURCE_TESTS_CODEC_TEST_BYTES_H_
+#define MKVSOURCE_TESTS_CODEC_TEST_BYTES_H_
 
 #include <algorithm>
 #include <cstdint>
@@ -44,4 +44,4 @@ inline void ForEachPrefix(const Bytes& bytes,
   }
 }
 
-#endif  // TESTS_CODEC_TEST_BYTES_H_
+#endif  // MKVSOURCE_TESTS_CODEC_TEST_BYTES_H_
