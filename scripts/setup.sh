@@ -13,10 +13,11 @@ trap '((BASH_SUBSHELL)) || die "line $LINENO of scripts/setup.sh failed; rerun i
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 headers="$here/.deps/libwebm"
-src_list=/etc/apt/sources.list.d/mkvsource-src.sources
+# Where set-up wrote a deb-src entry before it fetched through a throwaway
+# configuration; that entry could clash with the machine's own.
+old_src_list=/etc/apt/sources.list.d/mkvsource-src.sources
 # Waits for another apt or dpkg run to finish instead of failing at once.
 apt=(apt-get -q -o DPkg::Lock::Timeout=600)
-lists_fresh=0
 work=  # the download folder, removed on exit
 
 packages=(
@@ -31,7 +32,6 @@ as_root() { [[ $(id -u) -eq 0 ]] || die "$1 needs root; run this script as root"
 
 refresh_lists() {
   "${apt[@]}" update >&2 || die "apt-get update failed; check the network and the sources in /etc/apt"
-  lists_fresh=1
 }
 
 install_missing() {
@@ -51,56 +51,52 @@ install_missing() {
     die "installing ${missing[*]} failed; check the package names and apt's messages above"
 }
 
-# Whether apt knows the source package of exactly the installed version. A
-# grep that stops early would break the pipe, so grep reads everything.
-source_listed() {
-  apt-cache showsrc --only-source libwebm 2>/dev/null | grep -x "Version: $version" > /dev/null
-}
-
-# Adds a deb-src entry for the archive this machine installs from, unless
-# apt can already reach the source package.
-find_source() {
-  source_listed && return 0
-  if ((!lists_fresh)); then
-    refresh_lists
-    source_listed && return 0
-  fi
-  local codename entry uri keyring
+# The deb-src entries for the Debian archives that the machine's apt uses
+# for this release, as apt itself reads its sources.
+source_entries() {
+  local codename archives rc=0
   codename=$(. /etc/os-release && echo "${VERSION_CODENAME:-}") ||
     die "cannot read /etc/os-release; this set-up is for Debian bookworm"
   [[ -n $codename ]] || die "/etc/os-release names no release; this set-up is for Debian bookworm"
-  rm -f "$src_list"
-  entry=$(bash "$here/scripts/apt_archive.sh" /etc/apt "$codename") ||
-    die "no apt source for $codename in /etc/apt; add one, e.g. 'deb http://deb.debian.org/debian $codename main' to /etc/apt/sources.list"
-  read -r uri keyring <<< "$entry"
-  {
-    printf 'Types: deb-src\nURIs: %s\nSuites: %s\nComponents: main\n' "$uri" "$codename"
-    [[ -z $keyring ]] || printf 'Signed-By: %s\n' "$keyring"
-  } > "$src_list" || die "cannot write $src_list; check that /etc/apt is writable"
-  echo "setup: added $src_list for the sources of $uri" >&2
-  refresh_lists
-  source_listed ||
-    die "$uri has no source package libwebm $version; point $src_list at an archive that has it"
+  archives=$(bash "$here/scripts/apt_archives.sh" /etc/apt "$codename") || rc=$?
+  ((rc != 1)) ||
+    die "no apt source in /etc/apt serves $codename main; add one, e.g. 'deb http://deb.debian.org/debian $codename main' to /etc/apt/sources.list"
+  ((rc == 0)) || die "apt cannot read the sources in /etc/apt; mend the entry that apt's error above names"
+  awk '{print "deb-src " $1 " " $2 " main"}' <<< "$archives"
 }
 
-# Fetches the orig tarball of the installed version and keeps mkvparser's
-# header and source under .deps/.
+# Fetches the source package of exactly the installed version and keeps
+# mkvparser's header and source under .deps/. apt works from a throwaway
+# configuration in the download folder that lists only deb-src entries for
+# the machine's archives: /etc/apt stays as it was, and no entry of ours can
+# clash with one of the machine's (apt refuses two Signed-By values for one
+# archive). The keys are the machine's trusted ones, which hold Debian's.
 fetch_mkvparser() {
-  local upstream tree dsc_version
+  local upstream tree dsc_version own
   work=$(mktemp -d) || die "cannot make a temporary folder; check TMPDIR and free space"
   trap 'rm -rf "$work"' EXIT
   # apt downloads as its own unprivileged user.
-  chmod 777 "$work"
-  (cd "$work" && "${apt[@]}" source --download-only "libwebm=$version" >&2) ||
-    die "downloading the source package libwebm $version failed; check the network and apt's messages above"
-  dsc_version=$(awk '/^Version:/ {print $2; exit}' "$work"/libwebm_*.dsc) ||
+  chmod 755 "$work"
+  mkdir -p "$work/apt/parts" "$work/apt/lists/partial" "$work/apt/cache/archives/partial" "$work/src" &&
+    chmod 777 "$work/src" && source_entries > "$work/apt/sources.list" ||
+    die "cannot write the apt configuration in $work; check free space in ${TMPDIR:-/tmp}"
+  own=(-o Dir::Etc::SourceList="$work/apt/sources.list" -o Dir::Etc::SourceParts="$work/apt/parts"
+       -o Dir::State::Lists="$work/apt/lists" -o Dir::Cache="$work/apt/cache")
+  # An archive without sources (a vendor's, say) fails the update; the
+  # fetch needs only the one that has libwebm's.
+  "${apt[@]}" "${own[@]}" update >&2 ||
+    apt-cache "${own[@]}" showsrc --only-source libwebm 2>/dev/null | grep -x "Version: $version" > /dev/null ||
+    die "apt-get update of the source indexes failed; check the network and the archives in /etc/apt"
+  (cd "$work/src" && "${apt[@]}" "${own[@]}" source --download-only --only-source "libwebm=$version" >&2) ||
+    die "downloading the source package libwebm $version failed; if apt found no such version, run apt-get update && apt-get install libwebm1, then set-up again"
+  dsc_version=$(awk '/^Version:/ {print $2; exit}' "$work"/src/libwebm_*.dsc) ||
     die "the download of libwebm $version has no readable .dsc; run set-up again"
   [[ $dsc_version == "$version" ]] ||
     die "installed libwebm1 is $version but its source package is $dsc_version; run apt-get update and set-up again"
   upstream=${version%-*}
-  tar -C "$work" -xf "$work/libwebm_${upstream}.orig.tar.xz" ||
+  tar -C "$work/src" -xf "$work/src/libwebm_${upstream}.orig.tar.xz" ||
     die "cannot unpack libwebm_${upstream}.orig.tar.xz; check free space in ${TMPDIR:-/tmp}"
-  tree="$work/libwebm-$upstream"
+  tree="$work/src/libwebm-$upstream"
   [[ -f $tree/mkvparser/mkvparser.h && -f $tree/mkvparser/mkvparser.cc &&
      -f $tree/common/webmids.h && -f $tree/LICENSE.TXT ]] ||
     die "libwebm $version lacks mkvparser/mkvparser.h, .cc, common/webmids.h or LICENSE.TXT; report its version to the project"
@@ -113,6 +109,11 @@ fetch_mkvparser() {
   echo "setup: mkvparser of libwebm $version in $headers" >&2
 }
 
+if [[ -f $old_src_list ]]; then
+  as_root "removing $old_src_list"
+  rm -f "$old_src_list" || die "cannot remove $old_src_list; remove it by hand"
+  echo "setup: removed $old_src_list, left by an earlier set-up; it could clash with the machine's own sources" >&2
+fi
 install_missing
 version=$(dpkg-query -W -f='${Version}' libwebm1) ||
   die "dpkg does not list libwebm1 although it was installed; run: apt-get install --reinstall libwebm1"
@@ -125,5 +126,4 @@ if [[ $kept == "$version" && -f $headers/mkvparser/mkvparser.h &&
   exit 0
 fi
 as_root "fetching mkvparser of libwebm $version"
-find_source
 fetch_mkvparser
