@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Prints the archives whose main component a machine's apt sources use for a
 # release and its companion suites (SUITE-updates, SUITE-security, ...), one
-# "URI SUITE" a line in apt's order; exits 1 when there are none.
+# "URI SUITE" a line in apt's order. When there are none it says, in set-up's
+# one line, which entry to add, and exits 1.
 # apt reads the sources itself: asked for the indexes it would fetch, it
 # names them without fetching, so comments, disabled stanzas, options in
 # brackets and both file formats are its parser's business, not ours.
@@ -19,5 +20,8 @@ uris=$(apt-get update --print-uris -o Dir::Etc::SourceList="$dir/sources.list" \
   -o Dir::Etc::SourceParts="$dir/sources.list.d" -o Dir::State::Lists="$lists")
 archives=$(sed -n "s|^'\(.*\)/dists/\($suite\(-[^/]*\)\{0,1\}\)/main/[^/]*/.*|\1 \2|p" <<< "$uris" |
   awk '!seen[$0]++')
-[[ -n $archives ]] || exit 1
+if [[ -z $archives ]]; then
+  echo "setup: no apt source in $dir serves $suite main; add one, e.g. 'deb http://deb.debian.org/debian $suite main' to $dir/sources.list" >&2
+  exit 1
+fi
 echo "$archives"
