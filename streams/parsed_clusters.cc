@@ -17,6 +17,7 @@ const mkvparser::Cluster* ParsedClusters::Hold(const mkvparser::Cluster* head) {
   }
   mkvparser::Cluster* parsed =
       mkvparser::Cluster::Create(head->m_pSegment, head->GetIndex(), head->GetPosition());
+  // Create fails only for want of memory: the head has a segment and a place.
   if (!parsed) throw std::bad_alloc();
   try {
     slots_.push_back(Slot{head, parsed, 1, 0});
