@@ -4,7 +4,8 @@
 # runs the three in turn, so load from elsewhere on the machine falls on all
 # of them alike. Prints each one's median wall and CPU (user + system) time
 # and kvl-play's ratios of both: on a busy machine a run that takes longer
-# is also preempted more often, so the CPU ratio is the steadier one.
+# is also preempted more often, so the CPU ratio is the steadier one. Then
+# one more run of each for its peak resident memory.
 #   benchmarks/compare.sh build/bin/kvl-play FILE [ROUNDS]
 set -euo pipefail
 if [[ $# -lt 2 ]]; then
@@ -14,26 +15,31 @@ fi
 play=$1 file=$2 rounds=${3:-15}
 
 timing=$(mktemp)
-trap 'rm -f "$timing"' EXIT
+peak=$(mktemp)
+trap 'rm -f "$timing" "$peak"' EXIT
 
-# Runs one of the three under perf stat, which writes its wall time
-# (duration_time, ns) and task clock (CPU ms, user and system) to $timing;
-# /usr/bin/time counts in 10 ms, too coarse for cat.
+# Runs one of the three under the command given after its name.
 run() {
-  local timed=(perf stat -x, -e duration_time,task-clock -o "$timing" --)
-  case $1 in
-    cat) "${timed[@]}" cat "$file" > /dev/null ;;
-    play) "${timed[@]}" "$play" "$file" > /dev/null 2>&1 ;;
-    ffmpeg) "${timed[@]}" ffmpeg -nostdin -v error -i "$file" -map 0 -c copy -f null - ;;
+  local name=$1
+  shift
+  case $name in
+    cat) "$@" cat "$file" > /dev/null ;;
+    play) "$@" "$play" "$file" > /dev/null 2>&1 ;;
+    ffmpeg) "$@" ffmpeg -nostdin -v error -i "$file" -map 0 -c copy -f null - ;;
   esac
 }
+# perf stat writes the wall time (duration_time, ns) and task clock (CPU ms,
+# user and system) to $timing; /usr/bin/time counts in 10 ms, too coarse for
+# cat, but gives the peak resident memory.
+timed=(perf stat -x, -e duration_time,task-clock -o "$timing" --)
+measured=(/usr/bin/time -f %M -o "$peak" --)
 
 names=(cat play ffmpeg)
 declare -A wall cpu
-for name in "${names[@]}"; do run "$name"; done  # warm the page cache
+for name in "${names[@]}"; do run "$name" "${timed[@]}"; done  # warm the page cache
 for ((round = 0; round < rounds; ++round)); do
   for name in "${names[@]}"; do
-    run "$name"
+    run "$name" "${timed[@]}"
     wall[$name]+="$(awk -F, '/duration_time/ { print $1 / 1e9 }' "$timing") "
     cpu[$name]+="$(awk -F, '/task-clock/ { print $1 / 1000 }' "$timing") "
   done
@@ -53,3 +59,7 @@ ratios() {
 }
 ratios wall "${wallMedian[play]}" "${wallMedian[cat]}" "${wallMedian[ffmpeg]}"
 ratios cpu "${cpuMedian[play]}" "${cpuMedian[cat]}" "${cpuMedian[ffmpeg]}"
+for name in "${names[@]}"; do
+  run "$name" "${measured[@]}"
+  printf '%-8s peak memory %.1f MiB\n' "$name" "$(awk '{ print $1 / 1024 }' "$peak")"
+done

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include <boost/assign/list_of.hpp>
+#include <boost/thread/locks.hpp>
 
 #include "plugin/interface_names.h"
 #include "reader/mkv_reader.h"
@@ -39,6 +40,11 @@ MKVSource::~MKVSource() {
   delete segment;
   for (mkvparser::Segment* retired : retiredSegments) delete retired;
   delete reader;
+}
+
+size_t MKVSource::parsedClusters() const {
+  boost::unique_lock<boost::recursive_mutex> lock(mainTitle->mutex);
+  return mainTitle->clusters.size();
 }
 
 int MKVSource::getInterface(const vorq_string<char>& name, void** result) {

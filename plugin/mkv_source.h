@@ -17,6 +17,7 @@
 #include "plugin/kvl/remote_file_interface.h"
 #include "plugin/kvl/saved_session.h"
 #include "reader/mkv_reader_interface.h"
+#include "streams/parsed_clusters.h"
 
 struct _xmlNode;
 
@@ -101,6 +102,10 @@ class MKVSource : public Plugin,
   void processSimpleTag(_xmlNode* node, tagData* tag);
   void cleanMetadata();
 
+  // How many clusters the title's readers hold parsed: bounded, whatever
+  // the file's length.
+  size_t parsedClusters() const;
+
   bool isClosing() const { return closing != 0; }
   void executeStateChange() {}
 
@@ -139,7 +144,8 @@ class MKVSource : public Plugin,
 };
 
 // The record that a source shares with all its track readers; its mutex is
-// the one lock of the source and its streams.
+// the one lock of the source and its streams, which also guards the blocks
+// the readers share.
 struct MKVSource::TitleInternal {
   explicit TitleInternal(MKVSource* source) : source(source) {}
 
@@ -148,6 +154,7 @@ struct MKVSource::TitleInternal {
   int32_t titleIndex = -1;
   MKVSource* source;
   uint32_t references = 1;
+  ParsedClusters clusters;
 };
 
 }  // namespace KVL

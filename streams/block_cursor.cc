@@ -53,7 +53,7 @@ bool MKVSource::MKVStream::GetFrame(mkvparser::Block::Frame* frame) {
 // usable first block.
 bool MKVSource::MKVStream::StartWalk() {
   cluster = nullptr;
-  if (!GetCluster() || cluster->EOS() || !EnterFirstEntry()) return false;
+  if (!GetCluster() || cluster->EOS() || !EnterCluster()) return false;
   if (entry->GetBlock()->GetFrameCount() < 1) return false;
   walkState = WalkInBlock;
   return true;
@@ -70,8 +70,9 @@ bool MKVSource::MKVStream::TakeFrameOfBlock(mkvparser::Block::Frame* frame) {
   return true;
 }
 
+// A usable entry is one of the blocks that the pin holds.
 void MKVSource::MKVStream::NextBlock() {
-  const long status = cluster->GetNext(entry, entry);
+  const long status = blocks.get()->GetNext(entry, entry);
   if (status == 0 && IsUsable(entry)) {
     frameIndex = 0;
     walkState = WalkInBlock;
@@ -84,14 +85,19 @@ void MKVSource::MKVStream::NextBlock() {
 // Passes over clusters without blocks; the segment's end ends the walk.
 void MKVSource::MKVStream::NextCluster() {
   if (!GetCluster() || cluster->EOS()) {
+    blocks.reset();
+    entry = nullptr;
     walkState = WalkEnd;
     return;
   }
-  if (EnterFirstEntry()) walkState = WalkInBlock;
+  if (EnterCluster()) walkState = WalkInBlock;
 }
 
-bool MKVSource::MKVStream::EnterFirstEntry() {
-  if (cluster->GetFirst(entry) != 0 || !IsUsable(entry)) return false;
+// Lets the last cluster's blocks go before the next one's are parsed.
+bool MKVSource::MKVStream::EnterCluster() {
+  blocks.reset();
+  blocks = ClusterPin(title->clusters, cluster);
+  if (blocks.get()->GetFirst(entry) != 0 || !IsUsable(entry)) return false;
   frameIndex = 0;
   return true;
 }

@@ -26,6 +26,11 @@ MKVSource::MKVStream::MKVStream(MKVBlockType_t type, TitleInternal* title,
       properties_(properties) {}
 
 MKVSource::MKVStream::~MKVStream() {
+  // The parsed blocks are the title's, shared with readers on other threads.
+  {
+    StreamLock lock(title->mutex);
+    blocks.reset();
+  }
   // Codec data nobody took would otherwise be lost with the stream.
   releaseCodecData();
   delete allocator;

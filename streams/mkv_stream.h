@@ -7,6 +7,7 @@
 #include "mkvparser/mkvparser.h"
 #include "plugin/kvl/stream_interface.h"
 #include "plugin/mkv_source.h"
+#include "streams/cluster_pin.h"
 
 namespace KVL {
 
@@ -81,7 +82,10 @@ class MKVSource::MKVStream : public StreamInterface {
   Properties* properties_;
   std::basic_string<unsigned char> name;
   MKVSource* source = nullptr;
+  // The segment's cluster of the walk; its blocks, which `entry` points
+  // into, come from the parsed cluster that `blocks` holds.
   const mkvparser::Cluster* cluster = nullptr;
+  ClusterPin blocks;
   const mkvparser::BlockEntry* entry = nullptr;
   int32_t frameIndex = 0;
   uint32_t walkState = WalkStart;
@@ -94,7 +98,7 @@ class MKVSource::MKVStream : public StreamInterface {
   bool TakeFrameOfBlock(mkvparser::Block::Frame* frame);
   void NextBlock();
   void NextCluster();
-  bool EnterFirstEntry();
+  bool EnterCluster();
   void releaseCodecData();
 };
 

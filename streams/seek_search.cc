@@ -1,6 +1,7 @@
 #include "streams/seek_search.h"
 
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include "streams/tick_time.h"
@@ -12,6 +13,7 @@ using mkvparser::BlockEntry;
 using mkvparser::Cluster;
 
 struct Search {
+  ParsedClusters& parsed;
   const mkvparser::Track& track;
   bool keyFramesOnly;
   int64_t scale;
@@ -38,9 +40,19 @@ struct Search {
     return OfTrack(entry) && (!keyFramesOnly || entry->GetBlock()->IsKey());
   }
 
+  // The landing entry among the blocks of the segment's cluster `head`, as
+  // Scan finds it; `*held` then holds the blocks.
+  long InCluster(const Cluster* head, long long timeNs, const BlockEntry** found,
+                 ClusterPin* held) const {
+    ClusterPin pin(parsed, head);
+    const long status = Scan(pin.get(), timeNs, found);
+    if (status == 0 && *found) *held = std::move(pin);
+    return status;
+  }
+
   // The cluster's landing entry: the first target, or with `timeNs` at 0 or
   // above the last target at or before it. Null where there is none.
-  long InCluster(const Cluster* cluster, long long timeNs, const BlockEntry** found) const {
+  long Scan(const Cluster* cluster, long long timeNs, const BlockEntry** found) const {
     *found = nullptr;
     const BlockEntry* entry = nullptr;
     long status = cluster->GetFirst(entry);
@@ -64,26 +76,30 @@ bool Usable(const Cluster* cluster) { return cluster && !cluster->EOS(); }
 
 }  // namespace
 
-long FindSeekEntry(mkvparser::Segment* segment, const mkvparser::Track& track,
-                   long long timeNs, bool keyFramesOnly, const BlockEntry** result) {
+long FindSeekEntry(ParsedClusters& parsed, mkvparser::Segment* segment,
+                   const mkvparser::Track& track, long long timeNs, bool keyFramesOnly,
+                   const BlockEntry** result, ClusterPin* landing) {
+  landing->reset();
   *result = track.GetEOS();
   if (!segment || !segment->GetInfo()) return 0;
-  const Search search{track, keyFramesOnly, segment->GetInfo()->GetTimeCodeScale()};
+  const Search search{parsed, track, keyFramesOnly, segment->GetInfo()->GetTimeCodeScale()};
 
   // The track's first target, and the clusters from its cluster on.
   std::vector<const Cluster*> clusters;
   const BlockEntry* first = nullptr;
+  ClusterPin firstHeld;
   for (const Cluster* cluster = segment->GetFirst(); Usable(cluster);
        cluster = segment->GetNext(cluster)) {
     // A cluster that can't give its timecode gives the parser's status.
     const long long timecode = cluster->GetTimeCode();
     if (timecode < 0) return static_cast<long>(timecode);
     if (!first) {
-      const long status = search.InCluster(cluster, -1, &first);
+      const long status = search.InCluster(cluster, -1, &first, &firstHeld);
       if (status < 0) return status;
       if (!first) continue;
       if (timeNs <= search.TimeOf(first, cluster)) {
         *result = first;
+        *landing = std::move(firstHeld);
         return 0;
       }
     }
@@ -95,18 +111,21 @@ long FindSeekEntry(mkvparser::Segment* segment, const mkvparser::Track& track,
   // The time falls before the start of the first block's cluster.
   if (clusters.empty()) {
     *result = first;
+    *landing = std::move(firstHeld);
     return 0;
   }
   const long long within = keyFramesOnly ? timeNs : -1;
   // No limit on the clusters looked through, unlike the parser's own seek,
-  // which gives up after 100 clusters without an entry of the track: they are
-  // all in memory already, and a sparse track would otherwise find no landing.
+  // which gives up after 100 clusters without an entry of the track: a sparse
+  // track would otherwise find no landing. Each is parsed and let go in turn.
   for (auto cluster = clusters.rbegin(); cluster != clusters.rend(); ++cluster) {
     const BlockEntry* found = nullptr;
-    const long status = search.InCluster(*cluster, within, &found);
+    ClusterPin held;
+    const long status = search.InCluster(*cluster, within, &found, &held);
     if (status < 0) return status;
     if (found) {
       *result = found;
+      *landing = std::move(held);
       return 0;
     }
   }

@@ -2,6 +2,8 @@
 #define STREAMS_SEEK_SEARCH_H_
 
 #include "mkvparser/mkvparser.h"
+#include "streams/cluster_pin.h"
+#include "streams/parsed_clusters.h"
 
 namespace KVL {
 
@@ -15,10 +17,12 @@ namespace KVL {
 // The parser's seek asserts on what a file can contain (a time between the
 // first block and its cluster's start, unordered cluster times, a read that
 // fails while entries load). This walks the same clusters through calls that
-// report failure instead. Returns 0, or the parser's negative status.
-long FindSeekEntry(mkvparser::Segment* segment, const mkvparser::Track& track,
-                   long long timeNs, bool keyFramesOnly,
-                   const mkvparser::BlockEntry** result);
+// report failure instead, their blocks parsed through `clusters`. Returns 0,
+// or the parser's negative status. `*landing` holds the cluster of a landing
+// entry, and nothing for the end marker.
+long FindSeekEntry(ParsedClusters& clusters, mkvparser::Segment* segment,
+                   const mkvparser::Track& track, long long timeNs, bool keyFramesOnly,
+                   const mkvparser::BlockEntry** result, ClusterPin* landing);
 
 }  // namespace KVL
 

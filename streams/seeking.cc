@@ -21,7 +21,8 @@ long MKVSource::MKVStream::seekTrack(int64_t timeNs) {
   const mkvparser::Track* track = this->track();
   if (!track) return -1;
   const bool keyFramesOnly = track->GetType() == mkvparser::Track::kVideo;
-  return FindSeekEntry(title->source->segment, *track, timeNs, keyFramesOnly, &entry);
+  return FindSeekEntry(title->clusters, title->source->segment, *track, timeNs, keyFramesOnly,
+                       &entry, &blocks);
 }
 
 int MKVSource::AudioStream::seekStream(unsigned int time, unsigned int* actualTime,
@@ -36,7 +37,7 @@ int MKVSource::AudioStream::seekStream(unsigned int time, unsigned int* actualTi
     if (actualTime) *actualTime = 0;
     return static_cast<int>(status);
   }
-  cluster = entry->GetCluster();
+  cluster = blocks.head();
   const auto position = static_cast<uint32_t>(target / timecodeScale);
   std::printf("Audio Stream %d: seeked to %u (requested time: %u)\n", trackIndex, position,
               position);
@@ -55,14 +56,13 @@ int MKVSource::VideoStream::seekStream(unsigned int time, unsigned int* actualTi
   source = title->source;
   walkState = WalkEnd;
   if (seekTrack(TicksToNanoseconds(time)) != 0) return -1;
-  cluster = entry->GetCluster();
+  cluster = blocks.head();
   if (!cluster) return -1;
   // The landing point is the first key block of the cluster, of any track.
-  cluster->GetFirst(entry);
+  blocks.get()->GetFirst(entry);
   while (entry && !entry->EOS() && entry->GetBlock() && !entry->GetBlock()->IsKey())
-    cluster->GetNext(entry, entry);
+    blocks.get()->GetNext(entry, entry);
   if (!entry || entry->EOS() || !entry->GetBlock()) return -1;
-  cluster = entry->GetCluster();
   const auto position = static_cast<uint32_t>(cluster->GetTimeCode());
   std::printf("Video Stream %d: seeked to %u (requested time: %u)\n", trackIndex, position,
               time);
