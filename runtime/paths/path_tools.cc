@@ -7,24 +7,6 @@ namespace KVL {
 namespace PathTools {
 namespace {
 
-bool IsSchemeChar(unsigned char c) {
-  return std::isalnum(c) || c == '+' || c == '-' || c == '.';
-}
-
-// The scheme is the text before the first ":" when it starts with a letter
-// and holds only scheme characters; anything else has no scheme.
-bool SplitScheme(const std::string& uri, std::string* scheme, std::string* rest) {
-  const size_t colon = uri.find(':');
-  if (colon == std::string::npos || colon == 0) return false;
-  if (!std::isalpha(static_cast<unsigned char>(uri[0]))) return false;
-  for (size_t i = 1; i < colon; ++i) {
-    if (!IsSchemeChar(static_cast<unsigned char>(uri[i]))) return false;
-  }
-  *scheme = uri.substr(0, colon);
-  *rest = uri.substr(colon + 1);
-  return true;
-}
-
 bool IsFileScheme(const std::string& scheme) {
   static const char kFile[] = "file";
   if (scheme.size() != sizeof(kFile) - 1) return false;
@@ -54,9 +36,11 @@ unsigned int URIToSystemFilePath(const vorq_string<unsigned char>& uri,
   // A URI without text converts to nothing.
   if (!uri.data()) return kNotAFilePath;
   const std::string text(reinterpret_cast<const char*>(uri.data()), uri.length());
-  std::string scheme, rest;
-  if (!SplitScheme(text, &scheme, &rest) || !IsFileScheme(scheme)) return kNotAFilePath;
-  const std::string result = PathPart(rest);
+  // Only the "file" scheme names a path, so the scheme needs no check of
+  // its own: whatever else stands before the first ":" is not "file".
+  const size_t colon = text.find(':');
+  if (colon == std::string::npos || !IsFileScheme(text.substr(0, colon))) return kNotAFilePath;
+  const std::string result = PathPart(text.substr(colon + 1));
   // An empty path names no file; refuse it here rather than at open.
   if (result.empty()) return kNotAFilePath;
   path = vorq_string<unsigned char>(reinterpret_cast<const unsigned char*>(result.c_str()));

@@ -65,7 +65,9 @@ TEST(GetPARFromASPBitstreamTest, RatiosOffsetsShortInputsAndNulls) {
   }
   EXPECT_EQ(std::make_pair(10u, 11u), Search(Header(4, false, 3), 10));  // info ends in byte 9
   EXPECT_EQ(std::make_pair(0xEEEEu, 0xEEEEu), Search(Header(4, false, 3), 9));
+  EXPECT_EQ(std::make_pair(0xEEEEu, 0xEEEEu), Search(Header(4, true, 3), 10));  // info cut
   // par_width takes bits 78 to 85, par_height bits 86 to 93.
+  EXPECT_EQ(std::make_pair(0xEEEEu, 0xEEEEu), Search(Header(4, false, 15, 8, 9), 10));
   EXPECT_EQ(std::make_pair(8u, 0xEEEEu), Search(Header(4, false, 15, 8, 9), 11));
   EXPECT_EQ(std::make_pair(8u, 9u), Search(Header(4, false, 15, 8, 9), 12));
   unsigned int width = 0;

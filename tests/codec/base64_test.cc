@@ -45,6 +45,7 @@ TEST(RFCBase64CodecTest, EncodesDecodesAndRoundTripsEveryByte) {
   }
   EXPECT_EQ("", codec.encode(""));
   EXPECT_EQ("", codec.encode("abc", -3));
+  EXPECT_EQ("TWE=", codec.encode("Man", 2));  // nothing read past the size
   EXPECT_EQ("", codec.encode(nullptr, 3));
 }
 

@@ -48,6 +48,7 @@ TEST(ParsePrivateDataTest, HRDSetsAndTheRatesTheyGive) {
     EXPECT_EQ(whole && c.vcl >= 0 ? 1 : 0, p.vclHrd.cbr_flag[0]);
     EXPECT_EQ(whole ? c.cpbCount : 0, p.nalHrd.cpb_size_value_minus1[c.cpbCount % 32]);
     EXPECT_EQ(whole ? 4 : 0, p.max_dec_frame_buffering);
+    EXPECT_EQ(whole, p.pic_struct_present_flag == 1);  // nothing read behind a refused count
     EXPECT_EQ(30, p.level_idc);  // a cut parse keeps what it read
     unsigned int rate = 0, buffer = 0;
     EXPECT_EQ(0, p.getBitrate(&rate) + p.getVBV(&buffer));

@@ -30,7 +30,7 @@ const char* const kNull = nullptr;
 std::string Taken(void* clone) {
   if (!clone) return "(null)";
   std::string text(static_cast<char*>(clone));
-  VorQStringDeallocate(static_cast<char*>(clone));
+  EXPECT_EQ(0, VorQStringDeallocate(static_cast<char*>(clone)));
   return text;
 }
 
@@ -115,6 +115,8 @@ TEST(VorQString, CompareConcatenateAndCopy) {
     EXPECT_EQ(-1, VorQStringCpyVorQStringToChar(destination, nothing));
   }
   EXPECT_STREQ("abcd", destination);
+  EXPECT_EQ(0, VorQStringExCpyVorQStringToChar(destination, "xy"));
+  EXPECT_STREQ("xy", destination);
   for (auto copy : {VorQStringCpy, VorQStringExCpy, VorQStringCpyCharToVorQString,
                     VorQStringExCpyCharToVorQString}) {
     for (const char* source : {"", kNull, kTooLong.c_str(), "abc"}) {
@@ -126,7 +128,11 @@ TEST(VorQString, CompareConcatenateAndCopy) {
   }
   const unsigned char utf8[] = {'c', 0xC3, 0xA9, '<', 0xE2, 0x82, 0xAC, 0};
   EXPECT_EQ(0, VorQStringCpyUTF8ToVorQString(destination, utf8));
-  EXPECT_STREQ("c<", destination);  // ASCII only
+  EXPECT_EQ(0, memcmp("c<\0d", destination, 4));  // ASCII only, one terminator
+  char bytes[4] = "xyz";
+  EXPECT_EQ(0, VorQStringCpyChar(bytes, "ab", 2));
+  EXPECT_STREQ("abz", bytes);  // strncpy's rule: no terminator within the count
+  EXPECT_EQ(-2, VorQStringExCpyChar(bytes, nullptr, 2));
 }
 
 TEST(VorQString, NCopyPadsAndReplaceChangesOneSpan) {
@@ -221,7 +227,7 @@ TEST(VorQString, HexText) {
     const char* text;
     int result;
     uint64_t value;
-  } cases[] = {{"0x1F", 0, 31}, {"zzx1f", 0, 31}, {"", 0, 0},
+  } cases[] = {{"0xA1F", 0, 0xA1F}, {"zzx1f", 0, 31}, {"", 0, 0},
                {"ffffffffffffffffff", 0, UINT64_MAX}, {"1123456789abcdef0", 0, 0x123456789abcdef0},
                {"1G", -1, kUntouched}, {"-5", -1, kUntouched}, {"12 ", -1, kUntouched}};
   for (const auto& c : cases) {
@@ -267,7 +273,8 @@ TEST(VorQString, SprintfTrimAndReverse) {
   char buffer[8];
   memset(buffer, 'x', sizeof(buffer));
   EXPECT_EQ(0, VorQStringSprintf(buffer, 4, "%s", "abcdef"));  // one shorter than the buffer
-  EXPECT_EQ(0, memcmp("ab\0\0xxxx", buffer, 8));
+  EXPECT_EQ(0, VorQStringSprintf(buffer + 4, 1, "x"));  // room for the terminator alone
+  EXPECT_EQ(0, memcmp("ab\0\0\0xxx", buffer, 8));
   EXPECT_EQ(-2, VorQStringExSprintf(buffer, 0, "x"));
   for (const auto& [text, expected] : {std::pair<std::string, std::string>{"   ", ""},
                                        {"a\t ", "a\t"}, {" a", " a"}}) {

@@ -57,5 +57,14 @@ TEST_F(LifecycleTest, OpenPublishesTitleChaptersAndAnEmptyDocument) {
   EXPECT_EQ(reopened, source->getTitles().head()->value);
 }
 
+// A new record leaves with two references; an unload counts one down, of a known key only.
+TEST_F(LifecycleTest, AuxiliaryTitlesCountTheirReferences) {
+  KVL::MKVSource::TitleInternal* record = source->loadAuxillaryTitle(5);
+  EXPECT_EQ(record, source->loadAuxillaryTitle(5));
+  source->unloadAuxillaryTitle(5);
+  source->unloadAuxillaryTitle(6);
+  EXPECT_EQ(2u, record->references);
+}
+
 }  // namespace
 }  // namespace mkvtest

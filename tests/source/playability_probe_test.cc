@@ -37,6 +37,11 @@ TEST_F(ProbeTest, WhatIsNotAPlayableFileIsRefused) {
     EXPECT_EQ(nullptr, session);
   }
   EXPECT_TRUE(context.askedFormats().empty());
+  KVL::MKVSource reused(&context);  // a good file's tracks don't make the cut one playable
+  media = SourceOf(FileUri(MediaPath("h264_aac")));
+  EXPECT_TRUE(reused.canPlay(*media, nullptr, nullptr, nullptr));
+  media = SourceOf(uris.back());
+  EXPECT_FALSE(reused.canPlay(*media, nullptr, nullptr, nullptr));
 }
 
 // Only the first video track's format is asked about; without a context every

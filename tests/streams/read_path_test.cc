@@ -66,9 +66,13 @@ TEST(ReadPathTest, SpeedAndModeGateReading) {
   EXPECT_EQ(ReadChunks(stream, SIZE_MAX, &last).size(), 1u);
   EXPECT_EQ(last, -8);  // a block went out already
   EXPECT_TRUE(stream->setReadSpeed(1000));
+  EXPECT_TRUE(stream->setReadSpeed(1000));  // the present speed: nothing changes
   EXPECT_EQ(stream->readMode(), KVL::kReadOnePerSeek);
   EXPECT_TRUE(stream->setReadMode(KVL::kReadSequential));
   EXPECT_EQ(ReadChunks(stream).size(), 2u);
+  EXPECT_TRUE(stream->setReadSpeed(0));  // a pause is no negative speed
+  EXPECT_EQ(stream->readMode(), KVL::kReadSequential);
+  EXPECT_EQ(stream->readStream(nullptr), 0);
 }
 
 // Bytes that can't be read (a file cut after the probe) end the stream; nothing

@@ -125,13 +125,17 @@ TEST(StreamCoreTest, PixelAspectRatio) {
   Track squareAsp = asp;
   squareAsp.width = 176;
   squareAsp.height = 144;
+  Track widest = VideoTrack();  // the largest 32-bit sizes still state a ratio
+  widest.width = widest.display_width = UINT32_MAX;
+  widest.height = 1;
+  widest.display_height = 2;
   const struct {
     std::string path;
     uint32_t x, y;
   } cases[] = {{MediaPath("mpeg4_aac"), 12, 11},
                {FileWith({asp, AudioTrack()}), 10, 11},
                {FileWith({squareAsp, AudioTrack()}), 10, 11},
-               {MediaPath("h264_aac"), 0, 0}};
+               {FileWith({widest, AudioTrack()}), 1, 2}, {MediaPath("h264_aac"), 0, 0}};
   for (const auto& c : cases) {
     OpenedTitle t(c.path);
     const ImageProperties* image = Image(t.control.stream(0));

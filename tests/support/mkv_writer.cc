@@ -51,6 +51,8 @@ Bytes TrackEntry(const Track& track) {
   if (track.name) Put(&entry, 0x536E, Text(*track.name));
   if (track.width) Put(&settings, 0xB0, UInt(track.width));
   if (track.height) Put(&settings, 0xBA, UInt(track.height));
+  if (track.display_width) Put(&settings, 0x54B0, UInt(track.display_width));
+  if (track.display_height) Put(&settings, 0x54BA, UInt(track.display_height));
   if (track.rate) Put(&settings, 0xB5, Float(track.rate));
   if (track.channels) Put(&settings, 0x9F, UInt(track.channels));
   if (track.type == 1 || track.type == 2) Put(&entry, track.type == 1 ? 0xE0 : 0xE1, settings);

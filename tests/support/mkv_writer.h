@@ -22,7 +22,7 @@ struct Track {
   std::optional<Bytes> codec_private;
   std::optional<uint64_t> default_duration;  // nanoseconds
   std::optional<std::string> name;
-  uint64_t width = 0, height = 0, channels = 0;
+  uint64_t width = 0, height = 0, display_width = 0, display_height = 0, channels = 0;
   double rate = 0;
 };
 // 64x48 video; audio of 48 kHz, 2 channels.
