@@ -178,6 +178,8 @@ TEST(VorQString, Find) {
 
 TEST(VorQString, NumbersToText) {
   char out[kVorQStringInt64Text];
+  EXPECT_EQ(1, VorQStringItoChar(0, out));
+  EXPECT_STREQ("0", out);
   EXPECT_EQ(20, VorQStringI64ToChar(INT64_MIN, out));
   EXPECT_STREQ("-9223372036854775808", out);
   for (auto format : {VorQStringItoChar, VorQStringExItoChar, VorQStringItoVorQString,

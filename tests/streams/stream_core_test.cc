@@ -125,21 +125,23 @@ TEST(StreamCoreTest, PixelAspectRatio) {
   Track squareAsp = asp;
   squareAsp.width = 176;
   squareAsp.height = 144;
-  Track widest = VideoTrack();  // the largest 32-bit sizes still state a ratio
-  widest.width = widest.display_width = UINT32_MAX;
-  widest.height = 1;
-  widest.display_height = 2;
+  // The widest ratio that 32 bits hold, and one that they don't.
+  Track widest = VideoTrack(), overflowing = VideoTrack();
+  widest.width = overflowing.height = overflowing.display_width = UINT32_MAX;
+  widest.height = widest.display_width = widest.display_height = overflowing.width = 1;
+  overflowing.display_height = 2;
   const struct {
     std::string path;
     uint32_t x, y;
   } cases[] = {{MediaPath("mpeg4_aac"), 12, 11},
                {FileWith({asp, AudioTrack()}), 10, 11},
                {FileWith({squareAsp, AudioTrack()}), 10, 11},
-               {FileWith({widest, AudioTrack()}), 1, 2}, {MediaPath("h264_aac"), 0, 0}};
+               {FileWith({widest, AudioTrack()}), 1, UINT32_MAX},
+               {FileWith({overflowing, AudioTrack()}), 0, 0}, {MediaPath("h264_aac"), 0, 0}};
   for (const auto& c : cases) {
     OpenedTitle t(c.path);
     const ImageProperties* image = Image(t.control.stream(0));
-    EXPECT_EQ(image->aspectX * 100 + image->aspectY, c.x * 100 + c.y) << c.path;
+    EXPECT_EQ(std::make_pair(image->aspectX, image->aspectY), std::make_pair(c.x, c.y)) << c.path;
   }
 }
 
