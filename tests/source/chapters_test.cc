@@ -80,5 +80,11 @@ TEST_F(ChaptersTest, WithoutDurationChaptersRunFromZeroToMinusOne) {
   EXPECT_EQ(0u, lines.find("AutoChapter start: 0 end: 18446744073709551615\n"));
 }
 
+// 2^63 ns, which no signed 64-bit count holds, counts as the largest.
+TEST_F(ChaptersTest, ADurationPast63BitsIsTheLargest) {
+  OpenLasting(0x1p63);
+  EXPECT_EQ(0u, lines.find("AutoChapter start: 0 end: 922337203685477581\n"));
+}
+
 }  // namespace
 }  // namespace mkvtest
