@@ -161,7 +161,7 @@ TEST_P(MediaPlayback, DeliversEveryFrameAsFfprobeSawItFurthestBehindFirst) {
   EXPECT_EQ(0u, run.report.find("stream,kind,track,start,duration,size,md5\n"));
   const std::vector<CsvRow> rows = mkvtest::CsvRows(run.report);
   const Tracks chunks = ByTrack(rows, kTrack);
-  const Tracks packets = ByTrack(mkvtest::ReadPackets(GetParam()), 0);
+  const Tracks packets = ByTrack(mkvtest::ReadFacts(GetParam(), "packets"), 0);
   ASSERT_EQ(chunks.size(), packets.size());
   EXPECT_EQ(ByTrack(mkvtest::CsvRows(threaded.report), kTrack), chunks);
   for (const auto& [track, expected] : packets) {
@@ -188,6 +188,20 @@ TEST_P(MediaPlayback, DeliversEveryFrameAsFfprobeSawItFurthestBehindFirst) {
       EXPECT_LE(end[chosen] + (stream < chosen), end[stream]) << "row " << i;
     }
     end[chosen] = std::stoull(rows[i][kStart]) + std::stoull(rows[i][kDuration]);
+  }
+}
+
+// ffprobe takes pixels for square where the file states no ratio.
+TEST_P(MediaPlayback, ReportAgreesWithFfprobe) {
+  const HostRun run = RunKvlPlay({"--json", mkvtest::MediaPath(GetParam())});
+  ASSERT_EQ(run.status, 0) << run.errors;
+  const nlohmann::json report = nlohmann::json::parse(run.report);
+  for (const CsvRow& fact : mkvtest::ReadFacts(GetParam(), "streams")) {
+    if (fact[1] != "video") continue;
+    const nlohmann::json& stream = report["streams"][std::stoul(fact[0])];
+    const std::string ratio =
+        stream["pixel_aspect_x"].dump() + ":" + stream["pixel_aspect_y"].dump();
+    EXPECT_EQ(ratio == "0:0" ? "1:1" : ratio, fact[4]);
   }
 }
 
