@@ -64,6 +64,13 @@ TEST(RunHost, StatusPerKindOfInput) {
       {{"--help"}, 0, "--packets"},
       {{}, 2, ""},
       {{"--packets", "--json", kSample}, 2, ""},
+      // The stress run makes its own seeks, speeds and threads, and delivers nothing.
+      {{"--stress", "1", "--threads", kSample}, 2, "--threads excludes --stress"},
+      {{"--stress", "1", "--seek", "0", kSample}, 2, "--seek excludes --stress"},
+      {{"--stress", "1", "--exact", kSample}, 2, "--exact excludes --stress"},
+      {{"--stress", "1", "--speed", "500", kSample}, 2, "--speed excludes --stress"},
+      {{"--stress", "1", "--chapter", "1", kSample}, 2, "--chapter excludes --stress"},
+      {{"--stress", "1", "--extract", ".", kSample}, 2, "--extract excludes --stress"},
       {{"--chapter", "10", kSample}, 2, ""},
       {{"--inspect", kSample, kSample}, 2, ""},
       {{"--extract", "/nonexistent/dir", kSample}, 2, ""},
