@@ -40,6 +40,11 @@ void DefineOptions(CLI::App& app, HostOptions& options) {
                   "write each stream's payloads and codec private data into DIR")
           ->check(CLI::Validator(CLI::ExistingDirectory).description(""))
           ->type_name("DIR");
+  CLI::Option* plot =
+      AddOptional(app, "--plot", options.plot,
+                  "also draw what the plug-in delivered as one SVG picture: bit rate, sync "
+                  "chunks, ends, chapters and seeks of every stream over time")
+          ->type_name("SVG");
   CLI::Option* threads =
       app.add_flag("--threads", options.threads, "read each stream on a thread of its own");
   app.add_option("--refuse", options.refuse,
@@ -65,12 +70,12 @@ void DefineOptions(CLI::App& app, HostOptions& options) {
   // The stress run makes its own seeks, speeds and threads and delivers nothing: an option it
   // would ignore is a usage error.
   for (CLI::Option* ignored :
-       {packets, json, inspect, extract, threads, seek, exact, speed, chapter})
+       {packets, json, inspect, extract, plot, threads, seek, exact, speed, chapter})
     stress->excludes(ignored);
   AddOptional(app, "--seed", options.seed, "the seed of --stress (default: a random one)")
       ->type_name("N");
   packets->excludes(json);
-  inspect->excludes(input);
+  inspect->excludes(input)->excludes(plot);
 }
 
 }  // namespace kvlhost

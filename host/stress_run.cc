@@ -105,7 +105,7 @@ ExitStatus StressRun::Run(PlayReport& report, StressSummary& summary) {
   PluginLineTap tap;
   const ExitStatus opened = player_.Open(plan_.uri, report);
   if (opened != kPlayed) return opened;
-  scale_ = player_.timeScale(report);
+  scale_ = ReportedTimeScale(report);
   Prepare();
   try {
     for (auto& stream : streams_) {

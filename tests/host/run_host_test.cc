@@ -2,14 +2,12 @@
 // report forms, options, and every committed file frame by frame.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "host/run_host.h"
 #include "tests/codec/avc_file_facts.h"
+#include "tests/host/kvl_play_run.h"
 #include "tests/support/media_files.h"
 #include "tests/support/temp_file.h"
 
@@ -21,24 +19,6 @@ using mkvtest::CsvRow;
 const std::string kSample = mkvtest::MediaPath("sample");
 
 enum PacketColumn { kStream, kKind, kTrack, kStart, kDuration, kSize, kMd5 };
-
-struct HostRun {
-  int status;
-  std::string report;
-  std::string errors;
-};
-
-// The module built beside the tests unless `args` name one with --module.
-HostRun RunKvlPlay(std::vector<std::string> args) {
-  if (std::find(args.begin(), args.end(), "--module") == args.end())
-    args.insert(args.begin(), {"--module", MKVSOURCE_MODULE_PATH});
-  args.insert(args.begin(), "kvl-play");
-  std::vector<const char*> argv;
-  for (const std::string& arg : args) argv.push_back(arg.c_str());
-  std::ostringstream report, errors;
-  const int status = kvlhost::RunHost(static_cast<int>(argv.size()), argv.data(), {report, errors});
-  return {status, report.str(), errors.str()};
-}
 
 // `shows`: text the report or the error line must hold.
 TEST(RunHost, StatusPerKindOfInput) {
@@ -71,6 +51,7 @@ TEST(RunHost, StatusPerKindOfInput) {
       {{"--stress", "1", "--speed", "500", kSample}, 2, "--speed excludes --stress"},
       {{"--stress", "1", "--chapter", "1", kSample}, 2, "--chapter excludes --stress"},
       {{"--stress", "1", "--extract", ".", kSample}, 2, "--extract excludes --stress"},
+      {{"--stress", "1", "--plot", "x.svg", kSample}, 2, "--plot excludes --stress"},
       {{"--chapter", "10", kSample}, 2, ""},
       {{"--inspect", kSample, kSample}, 2, ""},
       {{"--extract", "/nonexistent/dir", kSample}, 2, ""},
