@@ -46,11 +46,16 @@ void DeliveryTimeline::onChunk(const StreamReport& stream, const KVL::MediaChunk
   chunksSeen_ = true;
   const uint64_t start = chunk.startTime;
   Cover(start + std::max<uint64_t>(chunk.duration, 1));
-  Release(*row, start);
-  if (chunk.duration == 0)
-    row->held = Row::Held{start, static_cast<double>(size)};
-  else
-    Spread(*row, start, chunk.duration, static_cast<double>(size));
+  const bool sameStart = row->held && row->held->start == start;
+  if (chunk.duration == 0 && sameStart) {
+    row->held->bytes += static_cast<double>(size);
+  } else {
+    Release(*row, start);
+    if (chunk.duration == 0)
+      row->held = Row::Held{start, static_cast<double>(size)};
+    else
+      Spread(*row, start, chunk.duration, static_cast<double>(size));
+  }
   if (row->sync.IsSync(payload, size)) ++row->syncChunks[start / columnTicks_];
 }
 

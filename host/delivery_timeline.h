@@ -16,18 +16,19 @@ namespace kvlhost {
 // A column holds the bytes of the chunks in its stretch of time, each
 // chunk's bytes spread evenly over the time it lasts, and the count of sync
 // chunks that start in it. A chunk that states no duration lasts until its
-// stream's next chunk starts, as a player shows it; the last one, or one
-// that the next doesn't follow, counts in the column it starts in. The
-// columns start out covering the longest stream's duration; a chunk past
-// them doubles every column's length, each two merged into one, so memory
-// stays the same for any length of file.
+// stream's next chunk that starts later, as a player shows it, together
+// with the others of its start (the frames of a laced block); the last
+// ones, or ones that the next doesn't follow, count in the column they
+// start in. The columns start out covering the longest stream's duration;
+// a chunk past them doubles every column's length, each two merged into
+// one, so memory stays the same for any length of file.
 class DeliveryTimeline : public ChunkSink {
  public:
   struct Row {
     Row(size_t stream, SyncChunks sync, size_t columns)
         : stream(stream), sync(sync), bytes(columns), syncChunks(columns) {}
 
-    // A chunk without a duration, until the stream's next chunk.
+    // Chunks without a duration, of one start, until the stream's next chunk.
     struct Held {
       uint64_t start;
       double bytes;

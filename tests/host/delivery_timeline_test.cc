@@ -21,8 +21,9 @@ struct Chunk {
   size_t size;
 };
 
-// Spread over the time each lasts; without a duration, until the next starts, or in
-// its own column where none follows; past the columns, each column twice as long.
+// Spread over the time each lasts; without a duration, with the others of its start until the
+// next starts, or in its own column where none follows; past the columns, each column twice
+// as long.
 TEST(DeliveryTimeline, GathersBytesOverTheTimeEachChunkLasts) {
   const struct {
     std::vector<Chunk> chunks;
@@ -32,6 +33,7 @@ TEST(DeliveryTimeline, GathersBytesOverTheTimeEachChunkLasts) {
       {{{0, 20, 100}}, {50, 50, 0, 0}, 10},
       {{{5, 10, 100}}, {50, 50, 0, 0}, 10},
       {{{0, 0, 90}, {30, 0, 10}}, {30, 30, 30, 10}, 10},
+      {{{0, 0, 30}, {0, 0, 30}, {20, 0, 20}}, {30, 30, 20, 0}, 10},  // a laced block
       {{{20, 0, 60}, {10, 10, 40}}, {0, 40, 60, 0}, 10},
       {{{0, 10, 8}, {30, 10, 2}, {50, 10, 8}}, {8, 2, 8, 0}, 20},
       {{{0, 10, 8}, {150, 0, 8}}, {8, 0, 0, 8}, 40},
