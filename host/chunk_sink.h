@@ -27,6 +27,26 @@ class NullSink : public ChunkSink {
   void onChunk(const StreamReport&, const KVL::MediaChunk&, const uint8_t*, size_t) override {}
 };
 
+// Hands every call to two sinks, in turn.
+class SinkPair : public ChunkSink {
+ public:
+  SinkPair(ChunkSink& first, ChunkSink& second) : first_(first), second_(second) {}
+
+  void onCodecData(const StreamReport& stream, const std::vector<uint8_t>& data) override {
+    first_.onCodecData(stream, data);
+    second_.onCodecData(stream, data);
+  }
+  void onChunk(const StreamReport& stream, const KVL::MediaChunk& chunk, const uint8_t* payload,
+               size_t size) override {
+    first_.onChunk(stream, chunk, payload, size);
+    second_.onChunk(stream, chunk, payload, size);
+  }
+
+ private:
+  ChunkSink& first_;
+  ChunkSink& second_;
+};
+
 }  // namespace kvlhost
 
 #endif  // HOST_CHUNK_SINK_H_

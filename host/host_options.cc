@@ -35,33 +35,47 @@ void DefineOptions(CLI::App& app, HostOptions& options) {
                    "one CSV row per chunk instead of the report: "
                    "stream,kind,track,start,duration,size,md5");
   CLI::Option* json = app.add_flag("--json", options.json, "the report as one JSON document");
-  AddOptional(app, "--extract", options.extract,
-              "write each stream's payloads and codec private data into DIR")
-      ->check(CLI::Validator(CLI::ExistingDirectory).description(""))
-      ->type_name("DIR");
-  app.add_flag("--threads", options.threads, "read each stream on a thread of its own");
+  CLI::Option* extract =
+      AddOptional(app, "--extract", options.extract,
+                  "write each stream's payloads and codec private data into DIR")
+          ->check(CLI::Validator(CLI::ExistingDirectory).description(""))
+          ->type_name("DIR");
+  CLI::Option* plot =
+      AddOptional(app, "--plot", options.plot,
+                  "also draw what the plug-in delivered as one SVG picture: bit rate, sync "
+                  "chunks, ends, chapters and seeks of every stream over time")
+          ->type_name("SVG");
+  CLI::Option* threads =
+      app.add_flag("--threads", options.threads, "read each stream on a thread of its own");
   app.add_option("--refuse", options.refuse,
                  "the engine refuses this video format text (repeatable; \"\" is a format)")
       ->type_name("FORMAT")
       ->allow_extra_args(false);
-  AddOptional(app, "--seek", options.seek, "seek every stream to TICKS before reading")
-      ->type_name("TICKS");
-  app.add_flag("--exact", options.exact,
-               "seeks (--seek, --chapter) land exactly: audio on the time asked");
-  AddOptional(app, "--speed", options.speed, "setReadSpeed(N) on every stream (1000 is normal)")
-      ->type_name("N");
-  AddOptional(app, "--chapter", options.chapter,
-              "select chapter N (0 to 9) once the title is open")
-      ->type_name("N")
-      ->check(CLI::Range(0u, 9u));
-  AddOptional(app, "--stress", options.stress,
-              "engine-style calls from several threads for SECONDS; one summary line")
-      ->type_name("SECONDS")
-      ->excludes(packets)->excludes(json)->excludes(inspect);
+  CLI::Option* seek =
+      AddOptional(app, "--seek", options.seek, "seek every stream to TICKS before reading")
+          ->type_name("TICKS");
+  CLI::Option* exact = app.add_flag(
+      "--exact", options.exact, "seeks (--seek, --chapter) land exactly: audio on the time asked");
+  CLI::Option* speed =
+      AddOptional(app, "--speed", options.speed, "setReadSpeed(N) on every stream (1000 is normal)")
+          ->type_name("N");
+  CLI::Option* chapter = AddOptional(app, "--chapter", options.chapter,
+                                     "select chapter N (0 to 9) once the title is open")
+                             ->type_name("N")
+                             ->check(CLI::Range(0u, 9u));
+  CLI::Option* stress =
+      AddOptional(app, "--stress", options.stress,
+                  "engine-style calls from several threads for SECONDS; one summary line")
+          ->type_name("SECONDS");
+  // The stress run makes its own seeks, speeds and threads and delivers nothing: an option it
+  // would ignore is a usage error.
+  for (CLI::Option* ignored :
+       {packets, json, inspect, extract, plot, threads, seek, exact, speed, chapter})
+    stress->excludes(ignored);
   AddOptional(app, "--seed", options.seed, "the seed of --stress (default: a random one)")
       ->type_name("N");
   packets->excludes(json);
-  inspect->excludes(input);
+  inspect->excludes(input)->excludes(plot);
 }
 
 }  // namespace kvlhost

@@ -18,6 +18,7 @@ struct HostOptions {
   bool packets = false;
   bool json = false;
   std::optional<std::string> extract;
+  std::optional<std::string> plot;
   bool threads = false;
   std::vector<std::string> refuse;
   std::optional<uint32_t> seek;

@@ -41,6 +41,9 @@ struct StreamReport {
   unsigned int track = 0;  // the reader's track position
   std::string format;  // video: the format text; audio: the tag as hex
   uint32_t width = 0, height = 0;  // video
+  // Video: the pixel aspect ratio as the plug-in gave it, 0:0 where it
+  // found none (neither a display size nor an MPEG-4 part 2 header).
+  uint32_t aspectX = 0, aspectY = 0;
   uint32_t sampleRate = 0, channels = 0;  // audio
   uint32_t duration = 0;
   size_t codecPrivateSize = 0;

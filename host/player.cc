@@ -16,6 +16,12 @@ KVL::vorq_string<unsigned char> Utf8(const std::string& text) {
 
 }  // namespace
 
+TitleTimeScale ReportedTimeScale(const PlayReport& report) {
+  const uint32_t engineLength = report.chapters.empty() ? 0 : report.chapters.back().engineEnd;
+  const uint32_t tickLength = report.streams.empty() ? 0 : report.streams.front().duration;
+  return TitleTimeScale(engineLength, tickLength);
+}
+
 Player::Player(PluginModule& module, HostControl& control, ChunkSink& sink)
     : module_(module), control_(control), sink_(sink) {}
 
@@ -38,7 +44,7 @@ void Player::Close() {
 ExitStatus Player::Play(const PlayRequest& request, PlayReport& report) {
   const ExitStatus opened = Open(request.uri, report);
   if (opened != kPlayed) return opened;
-  const TitleTimeScale scale = timeScale(report);
+  const TitleTimeScale scale = ReportedTimeScale(report);
   ApplyRequest(request, scale, report);
   Read(request, scale, report);
   return kPlayed;
@@ -64,12 +70,6 @@ ExitStatus Player::Open(const std::string& uri, PlayReport& report) {
   streams_ = control_.streams();
   OpenStreams(report);
   return kPlayed;
-}
-
-TitleTimeScale Player::timeScale(const PlayReport& report) const {
-  const uint32_t engineLength = report.chapters.empty() ? 0 : report.chapters.back().engineEnd;
-  const uint32_t tickLength = streams_.empty() ? 0 : streams_.front()->duration();
-  return TitleTimeScale(engineLength, tickLength);
 }
 
 bool Player::Probe(PlayReport& report) {

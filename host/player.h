@@ -29,6 +29,9 @@ struct PlayRequest {
   std::ostream* progress = nullptr;
 };
 
+// A title's clock, from the lengths that Player::Open() reported.
+TitleTimeScale ReportedTimeScale(const PlayReport& report);
+
 // Plays one medium through a loaded module in the engine's order: canPlay,
 // open, the title and its chapters, playFirstTitle, then per stream
 // openStream and getCodecData, the requested speed and seeks, reading to
@@ -51,8 +54,6 @@ class Player {
   ExitStatus Open(const std::string& uri, PlayReport& report);
   // The open title's streams, in the order the plug-in added them.
   const std::vector<KVL::StreamInterface*>& streams() const { return streams_; }
-  // The open title's clock, from what Open() reported.
-  TitleTimeScale timeScale(const PlayReport& report) const;
   // Closes what is open, once; the streams are gone afterwards.
   void Close();
 

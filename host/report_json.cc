@@ -27,6 +27,8 @@ nlohmann::json StreamJson(const StreamReport& stream) {
   if (stream.kind == "video") {
     json["width"] = stream.width;
     json["height"] = stream.height;
+    json["pixel_aspect_x"] = stream.aspectX;
+    json["pixel_aspect_y"] = stream.aspectY;
   } else if (stream.kind == "audio") {
     json["sample_rate"] = stream.sampleRate;
     json["channels"] = stream.channels;

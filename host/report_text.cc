@@ -60,10 +60,15 @@ void WriteAvc(const AvcFacts& avc, std::ostream& out) {
 void WriteStream(const StreamReport& stream, std::ostream& out) {
   out << "stream " << stream.index << ": " << stream.kind << ", track " << stream.track
       << ", uid " << stream.uid << ", format " << stream.format;
-  if (stream.kind == "video")
-    out << ", " << stream.width << 'x' << stream.height;
-  else if (stream.kind == "audio")
+  if (stream.kind == "video") {
+    out << ", " << stream.width << 'x' << stream.height << ", pixel aspect ";
+    if (stream.aspectX == 0 || stream.aspectY == 0)
+      out << "unknown";
+    else
+      out << stream.aspectX << ':' << stream.aspectY;
+  } else if (stream.kind == "audio") {
     out << ", " << stream.sampleRate << " Hz, " << stream.channels << " channels";
+  }
   out << ", duration " << stream.duration << " ticks, codec private " << stream.codecPrivateSize
       << " bytes\n";
   if (stream.avc) WriteAvc(*stream.avc, out);

@@ -1,15 +1,19 @@
 #include "host/run_host.h"
 
 #include <memory>
+#include <optional>
 #include <random>
 
 #include "host/chunk_sink.h"
+#include "host/delivery_plot.h"
+#include "host/delivery_timeline.h"
 #include "host/host_control.h"
 #include "host/host_error.h"
 #include "host/host_options.h"
 #include "host/loaded_engine.h"
 #include "host/packet_table.h"
 #include "host/payload_extractor.h"
+#include "host/pending_file.h"
 #include "host/play_report.h"
 #include "host/player.h"
 #include "host/plugin_module.h"
@@ -84,6 +88,9 @@ void ReportFailure(ExitStatus status, const PlayReport& report, std::ostream& er
 }
 
 int Play(const HostOptions& options, const HostStreams& streams) {
+  // A picture that can't be written fails before the play.
+  std::optional<PendingFile> picture;
+  if (options.plot) picture.emplace(*options.plot);
   LoadedEngine engine(options.module, options.refuse);
   PlayReport report;
   Describe(engine.module(), report);
@@ -97,14 +104,22 @@ int Play(const HostOptions& options, const HostStreams& streams) {
   request.progress = streams.progress;
 
   const std::unique_ptr<ChunkSink> sink = MakeSink(options, streams.report);
+  DeliveryTimeline timeline(kPlotColumns);
+  SinkPair sinkAndTimeline(*sink, timeline);
   ExitStatus status;
   {
-    Player player(engine.module(), engine.control(), *sink);
+    Player player(engine.module(), engine.control(),
+                  picture ? sinkAndTimeline : static_cast<ChunkSink&>(*sink));
     status = player.Play(request, report);
   }
   report.engine = engine.control().record();
   WriteReport(options, report, streams.report);
   ReportFailure(status, report, streams.errors);
+  if (picture && status == kPlayed) {
+    timeline.Finish();
+    DrawDelivery(report, timeline, *picture);
+    picture->Commit();
+  }
   return status;
 }
 

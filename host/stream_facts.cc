@@ -20,6 +20,8 @@ void DescribeProperties(KVL::StreamInterface& stream, StreamReport& report) {
   if (const auto* image = dynamic_cast<KVL::ImageProperties*>(properties)) {
     report.width = image->width;
     report.height = image->height;
+    report.aspectX = image->aspectX;
+    report.aspectY = image->aspectY;
   } else if (const auto* audio = dynamic_cast<KVL::AudioProperties*>(properties)) {
     report.sampleRate = audio->sampleRate;
     report.channels = audio->channels;

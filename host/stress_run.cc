@@ -102,9 +102,10 @@ class StressRun {
 
 ExitStatus StressRun::Run(PlayReport& report, StressSummary& summary) {
   const long chunksBefore = KVL::MediaChunk::live();
+  PluginLineTap tap;
   const ExitStatus opened = player_.Open(plan_.uri, report);
   if (opened != kPlayed) return opened;
-  scale_ = player_.timeScale(report);
+  scale_ = ReportedTimeScale(report);
   Prepare();
   try {
     for (auto& stream : streams_) {
@@ -118,7 +119,7 @@ ExitStatus StressRun::Run(PlayReport& report, StressSummary& summary) {
   }
   Stop();
   CheckShutdown(chunksBefore);
-  summary = {calls_, reads_, seeks_, broken_.count(), broken_.first()};
+  summary = {calls_, reads_, seeks_, tap.Stop(), broken_.count(), broken_.first()};
   return broken_.count() ? kStressRuleBroken : kPlayed;
 }
 
@@ -332,7 +333,8 @@ std::string SummaryLine(const StressPlan& plan, const StressSummary& summary) {
   std::string line = "stress: seed " + std::to_string(plan.seed) + ": " +
                      std::to_string(summary.calls) + " calls (" +
                      std::to_string(summary.reads) + " reads, " +
-                     std::to_string(summary.seeks) + " seeks); ";
+                     std::to_string(summary.seeks) + " seeks); " + CountsText(summary.lines) +
+                     "; ";
   if (summary.brokenCount == 0) return line + "no rule broken";
   return line + std::to_string(summary.brokenCount) + " broken rules, the first: " +
          summary.broken.front();

@@ -8,6 +8,7 @@
 #include "host/host_control.h"
 #include "host/host_error.h"
 #include "host/play_report.h"
+#include "host/plugin_line_tap.h"
 #include "host/plugin_module.h"
 
 namespace kvlhost {
@@ -24,12 +25,13 @@ struct StressSummary {
   uint64_t calls = 0;  // into the plug-in, from every thread
   uint64_t reads = 0;
   uint64_t seeks = 0;
+  PluginLineCounts lines;
   size_t brokenCount = 0;
   std::vector<std::string> broken;  // the first few
 };
 
-// "stress: seed S: N calls (R reads, K seeks); no rule broken", or the
-// number of broken rules and the first.
+// "stress: seed S: N calls (R reads, K seeks); plug-in lines: ...; no rule
+// broken", or the number of broken rules and the first.
 std::string SummaryLine(const StressPlan& plan, const StressSummary& summary);
 
 // Drives the plug-in as an engine does, from several threads at once, and
@@ -40,7 +42,8 @@ std::string SummaryLine(const StressPlan& plan, const StressSummary& summary);
 // the plan's seed: seeks (exact and not), read speeds, sync points, chapter
 // queries and selections, the current chapter. When the plan's calls or
 // time are spent it tells the readers to stop and, while they do, closes
-// the streams, the title and the file. Returns Player::Open's failures, else
+// the streams, the title and the file. The plug-in's lines of each call are
+// counted, not printed. Returns Player::Open's failures, else
 // kStressRuleBroken or kPlayed.
 ExitStatus RunStress(PluginModule& module, HostControl& control, const StressPlan& plan,
                      PlayReport& report, StressSummary& summary);

@@ -31,4 +31,9 @@ uint32_t TitleTimeScale::ToEngineTime(uint32_t ticks) const {
   return Scaled(ticks, engineLength_, tickLength_);
 }
 
+double TitleTimeScale::ToSeconds(uint64_t ticks) const {
+  return static_cast<double>(ticks) * static_cast<double>(engineLength_) /
+         static_cast<double>(tickLength_) / kEngineUnitsPerSecond;
+}
+
 }  // namespace kvlhost

@@ -19,9 +19,15 @@ class TitleTimeScale {
 
   uint32_t ToTicks(uint32_t engineTime) const;
   uint32_t ToEngineTime(uint32_t ticks) const;
+  // Unrounded and unbounded, for drawing.
+  double ToSeconds(uint64_t ticks) const;
+  static double EngineTimeToSeconds(uint32_t engineTime) {
+    return engineTime / kEngineUnitsPerSecond;
+  }
 
  private:
   static constexpr uint32_t kEngineUnitsPerMillisecond = 100;
+  static constexpr double kEngineUnitsPerSecond = 100000;
 
   uint64_t engineLength_;
   uint64_t tickLength_;

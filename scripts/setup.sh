@@ -24,7 +24,7 @@ packages=(
   cmake g++ make pkg-config xz-utils dpkg-dev file
   libwebm1 libxml2-dev libboost-thread-dev libboost-dev
   googletest libgtest-dev libgmock-dev libbenchmark-dev
-  libcli11-dev nlohmann-json3-dev libmd-dev
+  libcli11-dev nlohmann-json3-dev libmd-dev librsvg2-bin
   "$@"
 )
 

@@ -18,12 +18,14 @@
 #                                        frame and a cluster every second
 #
 # Beside each file:
-#   NAME.packets.csv  stream,pts,size,md5: ffprobe's packets in file order, one
+#   NAME.packets.csv  stream,pts,size,md5,key: ffprobe's packets in file order, one
 #                     per frame (laced blocks split), pts in the stream's time
-#                     base (Matroska ticks), md5 of the payload in lower-case hex.
+#                     base (Matroska ticks), md5 of the payload in lower-case hex,
+#                     key 1 where ffprobe flags the packet a key frame, else 0.
 #                     ffprobe interpolates the pts of the later frames of a laced
 #                     block, or leaves it empty when it cannot.
-#   NAME.streams.csv  index,codec_type,codec_name,time_base
+#   NAME.streams.csv  index,codec_type,codec_name,time_base,sample_aspect_ratio
+#                     (the last empty for audio)
 #
 # Video is track 1 and audio track 2 wherever there is video. Every mkvmerge
 # call passes --compression ...:none so that the stored bytes are the frames.
@@ -57,23 +59,32 @@ tone() {  # tone SECONDS FREQUENCY
 probe() {  # probe FILE: writes FILE's packet and stream lists beside it
   local file=$1 base=${1%.mkv}
   {
-    echo "stream,pts,size,md5"
+    echo "stream,pts,size,md5,key"
     # The flat format, since csv breaks a packet's line at its side data.
-    ffprobe -v error -show_data_hash md5 -show_entries packet=stream_index,pts,size,data_hash \
+    ffprobe -v error -show_data_hash md5 \
+      -show_entries packet=stream_index,pts,size,data_hash,flags \
       -of flat "$file" | tr -d '"' | awk -F'[.=]' '
         $1 == "packets" && $2 == "packet" { field[$3, $4] = $5; if ($3 > last) last = $3 }
         END {
           for (i = 0; i <= last; i++) {
             pts = field[i, "pts"] == "N/A" ? "" : field[i, "pts"]
             sub(/^MD5:/, "", field[i, "data_hash"])
-            print field[i, "stream_index"] "," pts "," field[i, "size"] "," field[i, "data_hash"]
+            key = substr(field[i, "flags"], 1, 1) == "K" ? 1 : 0
+            print field[i, "stream_index"] "," pts "," field[i, "size"] "," \
+              field[i, "data_hash"] "," key
           }
         }'
   } > "$base.packets.csv"
   {
-    echo "index,codec_type,codec_name,time_base"
-    ffprobe -v error -show_entries stream=index,codec_type,codec_name,time_base \
-      -of csv=p=0:nk=1 "$file" | awk -F, -v OFS=, '{ print $1, $3, $2, $4 }'
+    echo "index,codec_type,codec_name,time_base,sample_aspect_ratio"
+    # Keys and values, since an audio stream has no aspect ratio field at all.
+    ffprobe -v error \
+      -show_entries stream=index,codec_type,codec_name,time_base,sample_aspect_ratio \
+      -of compact=p=0 "$file" | awk -F'|' -v OFS=, '{
+        delete v
+        for (i = 1; i <= NF; i++) { split($i, kv, "="); v[kv[1]] = kv[2] }
+        print v["index"], v["codec_type"], v["codec_name"], v["time_base"], v["sample_aspect_ratio"]
+      }'
   } > "$base.streams.csv"
 }
 

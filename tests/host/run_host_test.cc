@@ -2,14 +2,12 @@
 // report forms, options, and every committed file frame by frame.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "host/run_host.h"
 #include "tests/codec/avc_file_facts.h"
+#include "tests/host/kvl_play_run.h"
 #include "tests/support/media_files.h"
 #include "tests/support/temp_file.h"
 
@@ -21,24 +19,6 @@ using mkvtest::CsvRow;
 const std::string kSample = mkvtest::MediaPath("sample");
 
 enum PacketColumn { kStream, kKind, kTrack, kStart, kDuration, kSize, kMd5 };
-
-struct HostRun {
-  int status;
-  std::string report;
-  std::string errors;
-};
-
-// The module built beside the tests unless `args` name one with --module.
-HostRun RunKvlPlay(std::vector<std::string> args) {
-  if (std::find(args.begin(), args.end(), "--module") == args.end())
-    args.insert(args.begin(), {"--module", MKVSOURCE_MODULE_PATH});
-  args.insert(args.begin(), "kvl-play");
-  std::vector<const char*> argv;
-  for (const std::string& arg : args) argv.push_back(arg.c_str());
-  std::ostringstream report, errors;
-  const int status = kvlhost::RunHost(static_cast<int>(argv.size()), argv.data(), {report, errors});
-  return {status, report.str(), errors.str()};
-}
 
 // `shows`: text the report or the error line must hold.
 TEST(RunHost, StatusPerKindOfInput) {
@@ -64,6 +44,14 @@ TEST(RunHost, StatusPerKindOfInput) {
       {{"--help"}, 0, "--packets"},
       {{}, 2, ""},
       {{"--packets", "--json", kSample}, 2, ""},
+      // The stress run makes its own seeks, speeds and threads, and delivers nothing.
+      {{"--stress", "1", "--threads", kSample}, 2, "--threads excludes --stress"},
+      {{"--stress", "1", "--seek", "0", kSample}, 2, "--seek excludes --stress"},
+      {{"--stress", "1", "--exact", kSample}, 2, "--exact excludes --stress"},
+      {{"--stress", "1", "--speed", "500", kSample}, 2, "--speed excludes --stress"},
+      {{"--stress", "1", "--chapter", "1", kSample}, 2, "--chapter excludes --stress"},
+      {{"--stress", "1", "--extract", ".", kSample}, 2, "--extract excludes --stress"},
+      {{"--stress", "1", "--plot", "x.svg", kSample}, 2, "--plot excludes --stress"},
       {{"--chapter", "10", kSample}, 2, ""},
       {{"--inspect", kSample, kSample}, 2, ""},
       {{"--extract", "/nonexistent/dir", kSample}, 2, ""},
@@ -161,7 +149,7 @@ TEST_P(MediaPlayback, DeliversEveryFrameAsFfprobeSawItFurthestBehindFirst) {
   EXPECT_EQ(0u, run.report.find("stream,kind,track,start,duration,size,md5\n"));
   const std::vector<CsvRow> rows = mkvtest::CsvRows(run.report);
   const Tracks chunks = ByTrack(rows, kTrack);
-  const Tracks packets = ByTrack(mkvtest::ReadPackets(GetParam()), 0);
+  const Tracks packets = ByTrack(mkvtest::ReadFacts(GetParam(), "packets"), 0);
   ASSERT_EQ(chunks.size(), packets.size());
   EXPECT_EQ(ByTrack(mkvtest::CsvRows(threaded.report), kTrack), chunks);
   for (const auto& [track, expected] : packets) {
@@ -188,6 +176,20 @@ TEST_P(MediaPlayback, DeliversEveryFrameAsFfprobeSawItFurthestBehindFirst) {
       EXPECT_LE(end[chosen] + (stream < chosen), end[stream]) << "row " << i;
     }
     end[chosen] = std::stoull(rows[i][kStart]) + std::stoull(rows[i][kDuration]);
+  }
+}
+
+// ffprobe takes pixels for square where the file states no ratio.
+TEST_P(MediaPlayback, ReportAgreesWithFfprobe) {
+  const HostRun run = RunKvlPlay({"--json", mkvtest::MediaPath(GetParam())});
+  ASSERT_EQ(run.status, 0) << run.errors;
+  const nlohmann::json report = nlohmann::json::parse(run.report);
+  for (const CsvRow& fact : mkvtest::ReadFacts(GetParam(), "streams")) {
+    if (fact[1] != "video") continue;
+    const nlohmann::json& stream = report["streams"][std::stoul(fact[0])];
+    const std::string ratio =
+        stream["pixel_aspect_x"].dump() + ":" + stream["pixel_aspect_y"].dump();
+    EXPECT_EQ(ratio == "0:0" ? "1:1" : ratio, fact[4]);
   }
 }
 

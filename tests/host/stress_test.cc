@@ -47,6 +47,7 @@ TEST(StressRun, CommittedFilesKeepEveryRule) {
     EXPECT_EQ(RunStress(engine.module(), engine.control(), plan, report, summary), kPlayed)
         << SummaryLine(plan, summary);
     EXPECT_GT(summary.seeks, 0u);
+    EXPECT_GT(summary.lines.seek, 0u);
   }
 }
 

@@ -23,8 +23,8 @@ std::vector<CsvRow> CsvRows(const std::string& text) {
   return rows;
 }
 
-std::vector<CsvRow> ReadPackets(const std::string& name) {
-  std::ifstream in(MediaPath(name, ".packets.csv"));
+std::vector<CsvRow> ReadFacts(const std::string& name, const std::string& kind) {
+  std::ifstream in(MediaPath(name, "." + kind + ".csv"));
   return CsvRows(std::string(std::istreambuf_iterator<char>(in), {}));
 }
 

@@ -15,9 +15,11 @@ std::string MediaPath(const std::string& name, const std::string& suffix = ".mkv
 using CsvRow = std::vector<std::string>;
 std::vector<CsvRow> CsvRows(const std::string& text);
 
-// ffprobe's packets of a media file, "stream,pts,size,md5", one per frame in file
-// order; ffprobe interpolates pts in a laced block, or leaves it empty.
-std::vector<CsvRow> ReadPackets(const std::string& name);
+// ffprobe's facts of a media file, by `kind`:
+// "packets": "stream,pts,size,md5,key", one per frame in file order; ffprobe
+//   interpolates pts in a laced block, or leaves it empty; key is 1 or 0.
+// "streams": "index,codec_type,codec_name,time_base,sample_aspect_ratio".
+std::vector<CsvRow> ReadFacts(const std::string& name, const std::string& kind);
 
 }  // namespace mkvtest
 
