@@ -56,6 +56,9 @@ TEST(ParsePrivateDataTest, HRDSetsAndTheRatesTheyGive) {
     EXPECT_EQ(c.buffer, buffer);
   }
   EXPECT_EQ(-4, ParsePrivateData().getBitrate(nullptr) + ParsePrivateData().getVBV(nullptr));
+  ParsePrivateData cut;  // the bits left inside the third CPB entry are not read as flags
+  EXPECT_EQ(0, cut.AVCParseSPS(WithHRD(1, -1, 2).data(), 10));
+  EXPECT_EQ(0, cut.pic_struct_present_flag);
 }
 
 // 8 scaling list flags, 12 for 4:4:4, with no list behind any flag; and
@@ -96,12 +99,12 @@ TEST(ParsePrivateDataTest, InitRefusesBadRecordsAndClearsBeforeAParse) {
   EXPECT_EQ(-2, p.Init(nullptr, 100));
   Parse(p, WithHRD(999, 999));
   Bytes twoSets = {1, 0x64, 0, 0x1E, 0xFF, 0xE2, 0, 8, 0x67, 66, 0x40, 30, 0xFF, 0xFF, 0xFF, 0xFF};
-  const Bytes second = SpsUpToVui(77, false).bytes();
+  const Bytes second = SpsUpToVui(77, false).Bits(1, 1).bytes();  // and the stop bit
   twoSets.insert(twoSets.end(), {0, static_cast<unsigned char>(second.size() + 1), 0x67});
   twoSets.insert(twoSets.end(), second.begin(), second.end());
   ASSERT_EQ(0, p.Init(twoSets.data(), static_cast<unsigned int>(twoSets.size())));
   EXPECT_EQ(77, p.profile_idc);
-  EXPECT_EQ(0, p.vui_parameters_present_flag + p.vclHrd.cbr_flag[0] + p.max_dec_frame_buffering);
+  EXPECT_EQ(0, p.aspect_ratio_info_present_flag + p.vclHrd.cbr_flag[0] + p.max_dec_frame_buffering);
   Bytes headerOnly = {1, 2, 3, 4, 5, 0xE1, 0, 1, 0x67};
   ASSERT_EQ(0, p.Init(headerOnly.data(), static_cast<unsigned int>(headerOnly.size())));
   EXPECT_EQ(0, p.profile_idc);
