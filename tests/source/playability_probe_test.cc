@@ -20,14 +20,14 @@ TEST_F(ProbeTest, HttpIsPlayableWithoutLookingAtIt) {
   EXPECT_FALSE(Probe(MediaPath("h264_aac")));
 }
 
-// URIs that name no file, the committed file cut in its EBML header, its Tracks and
-// its second cluster's size, and a file without video: false, no session.
+// URIs that name no file, the committed file cut in or right behind its EBML header, in its
+// Tracks and its second cluster's size, and a file without video: false, no session.
 TEST_F(ProbeTest, WhatIsNotAPlayableFileIsRefused) {
   std::ifstream in(MediaPath("h264_aac"), std::ios::binary);
   const Bytes whole{std::istreambuf_iterator<char>(in), {}};
   std::vector<std::string> uris = {"", "ftp://x/a.mkv", "HTTP://x/a.mkv",
                                    MediaPath("h264_aac"), FileUri(MediaPath("aac_only"))};
-  for (size_t size : {0, 30, 360, 6866}) {
+  for (size_t size : {0, 30, 360, 6866, 40}) {
     uris.push_back(FileUri(WriteTemp(Bytes(whole.begin(), whole.begin() + size))));
   }
   for (const std::string& uri : uris) {
@@ -37,7 +37,7 @@ TEST_F(ProbeTest, WhatIsNotAPlayableFileIsRefused) {
     EXPECT_EQ(nullptr, session);
   }
   EXPECT_TRUE(context.askedFormats().empty());
-  KVL::MKVSource reused(&context);  // a good file's tracks don't make the cut one playable
+  KVL::MKVSource reused(&context);  // a good file's tracks don't make one without segment playable
   media = SourceOf(FileUri(MediaPath("h264_aac")));
   EXPECT_TRUE(reused.canPlay(*media, nullptr, nullptr, nullptr));
   media = SourceOf(uris.back());
