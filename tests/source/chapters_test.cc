@@ -53,8 +53,8 @@ TEST_F(ChaptersTest, PublishedInUidOrderWithEngineTimes) {
     EXPECT_EQ(t.start, source->getChapterStartTime(t.uid));
     EXPECT_EQ(t.end, source->getChapterEndTime(t.uid));
   }
-  EXPECT_EQ(0u, source->getChapterName(chapters[0]).length() + source->getChapterName(999).length() +
-                    source->getTitleName(titleUID).length() + source->getTitleName(999).length());
+  EXPECT_EQ(0u, source->getChapterName(chapters[0]).length() + source->getTitleName(999).length() +
+                source->getChapterName(999).length() + source->getTitleName(titleUID).length());
   EXPECT_EQ("couldn't find title UID.\n",
             OutputOf(1, [&] { EXPECT_EQ(0u, source->getCurrentChapter()); }));
   source->selectChapter(chapters[3]);  // no title open: no seek
