@@ -62,7 +62,8 @@ int MKVSource::getSize(unsigned long long& size) {
     return 0;
   }
   struct stat status;
-  if (stat(inspectedFile->path, &status) == 0) size = static_cast<unsigned long long>(status.st_size);
+  if (stat(inspectedFile->path, &status) == 0)
+    size = static_cast<unsigned long long>(status.st_size);
   return 0;
 }
 

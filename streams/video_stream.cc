@@ -101,7 +101,8 @@ void MKVSource::VideoStream::describe(const mkvparser::VideoTrack& track) {
 
 MKVSource::VideoStream::~VideoStream() {
   boost::unique_lock<boost::recursive_mutex> lock(title->mutex);
-  for (const auto& auxiliary : auxiliaryTracks) title->source->control->removeStream(auxiliary.first);
+  for (const auto& auxiliary : auxiliaryTracks)
+    title->source->control->removeStream(auxiliary.first);
   auxiliaryTracks.clear();
 }
 

@@ -39,16 +39,18 @@ TEST(ParsePrivateDataTest, HRDSetsAndTheRatesTheyGive) {
   const struct {
     int64_t nal, vcl;
     unsigned int cpbCount, rate, buffer;
+    size_t cut = 0;  // bytes parsed, where not all: a cut inside an entry stops the parse too
   } cases[] = {{7, 7, 0, 8192, 16}, {7, 8, 0, 9216, 64}, {7, -1, 31, 8192, 16},
-               {7, -1, 32, 64, 16}};
+               {7, -1, 32, 64, 16}, {1, -1, 2, 2048, 16, 10}};
   for (const auto& c : cases) {
     ParsePrivateData p;
-    Parse(p, WithHRD(c.nal, c.vcl, c.cpbCount));
-    const bool whole = c.cpbCount < 32;
+    const Bytes sps = WithHRD(c.nal, c.vcl, c.cpbCount);
+    EXPECT_EQ(0, Parse(p, Bytes(sps.begin(), c.cut ? sps.begin() + c.cut : sps.end())));
+    const bool whole = c.cpbCount < 32 && !c.cut;
     EXPECT_EQ(whole && c.vcl >= 0 ? 1 : 0, p.vclHrd.cbr_flag[0]);
     EXPECT_EQ(whole ? c.cpbCount : 0, p.nalHrd.cpb_size_value_minus1[c.cpbCount % 32]);
     EXPECT_EQ(whole ? 4 : 0, p.max_dec_frame_buffering);
-    EXPECT_EQ(whole, p.pic_struct_present_flag == 1);  // nothing read behind a refused count
+    EXPECT_EQ(whole, p.pic_struct_present_flag == 1);  // nothing read behind a refusal
     EXPECT_EQ(30, p.level_idc);  // a cut parse keeps what it read
     unsigned int rate = 0, buffer = 0;
     EXPECT_EQ(0, p.getBitrate(&rate) + p.getVBV(&buffer));
@@ -96,12 +98,12 @@ TEST(ParsePrivateDataTest, InitRefusesBadRecordsAndClearsBeforeAParse) {
   EXPECT_EQ(-2, p.Init(nullptr, 100));
   Parse(p, WithHRD(999, 999));
   Bytes twoSets = {1, 0x64, 0, 0x1E, 0xFF, 0xE2, 0, 8, 0x67, 66, 0x40, 30, 0xFF, 0xFF, 0xFF, 0xFF};
-  const Bytes second = SpsUpToVui(77, false).bytes();
+  const Bytes second = SpsUpToVui(77, false).Bits(1, 1).bytes();  // and the stop bit
   twoSets.insert(twoSets.end(), {0, static_cast<unsigned char>(second.size() + 1), 0x67});
   twoSets.insert(twoSets.end(), second.begin(), second.end());
   ASSERT_EQ(0, p.Init(twoSets.data(), static_cast<unsigned int>(twoSets.size())));
   EXPECT_EQ(77, p.profile_idc);
-  EXPECT_EQ(0, p.vui_parameters_present_flag + p.vclHrd.cbr_flag[0] + p.max_dec_frame_buffering);
+  EXPECT_EQ(0, p.aspect_ratio_info_present_flag + p.vclHrd.cbr_flag[0] + p.max_dec_frame_buffering);
   Bytes headerOnly = {1, 2, 3, 4, 5, 0xE1, 0, 1, 0x67};
   ASSERT_EQ(0, p.Init(headerOnly.data(), static_cast<unsigned int>(headerOnly.size())));
   EXPECT_EQ(0, p.profile_idc);

@@ -26,8 +26,8 @@ TEST(URIToSystemFilePath, TakesThePathOfFileUris) {
                {"file://localhost/tmp/x", "/tmp/x"}, {"file:/tmp/x", "/tmp/x"},
                {"file:///tmp/x?query#fragment", "/tmp/x"}, {"file:///tmp/dir/", "/tmp/dir"},
                {"file:///", "/"}, {"/tmp/x", nullptr}, {"files:///tmp/x", nullptr},
-               {"fila:///tmp/x", nullptr}, {":///tmp/x", nullptr}, {"file://host", nullptr}, {"file", nullptr},
-               {"", nullptr}};
+               {"fila:///tmp/x", nullptr}, {":///tmp/x", nullptr}, {"file://host", nullptr},
+               {"file", nullptr}, {"", nullptr}};
   for (const auto& c : cases) {
     Text path = T("untouched");
     const unsigned int result = PathTools::URIToSystemFilePath(T(c.uri), path);

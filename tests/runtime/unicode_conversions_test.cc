@@ -32,7 +32,7 @@ TEST(UTF8ToISO10646, GoesByTheLeadByteAndRepeatsTheLastCodePointForStrayBytes) {
   std::vector<uint32_t> out(8, kUnset);
   out.resize(UTF8StringToISO10646(text.data(), out.data()));
   EXPECT_EQ((std::vector<uint32_t>{0x41, 0x41, 0x42, 0x42, 0x42}), out);
-  EXPECT_EQ(-4, UTF8StringToISO10646(nullptr, out.data()) + UTF8StringToISO10646(text.data(), nullptr));
+  EXPECT_EQ(-4, UTF8StringToISO10646(nullptr, &out[0]) + UTF8StringToISO10646(&text[0], nullptr));
 }
 
 TEST(UTF16StringToISO10646, ALowSurrogateLeadingEndsTheWalk) {

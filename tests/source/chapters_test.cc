@@ -53,8 +53,8 @@ TEST_F(ChaptersTest, PublishedInUidOrderWithEngineTimes) {
     EXPECT_EQ(t.start, source->getChapterStartTime(t.uid));
     EXPECT_EQ(t.end, source->getChapterEndTime(t.uid));
   }
-  EXPECT_EQ(0u, source->getChapterName(chapters[0]).length() + source->getChapterName(999).length() +
-                    source->getTitleName(titleUID).length() + source->getTitleName(999).length());
+  EXPECT_EQ(0u, source->getChapterName(chapters[0]).length() + source->getTitleName(999).length() +
+                source->getChapterName(999).length() + source->getTitleName(titleUID).length());
   EXPECT_EQ("couldn't find title UID.\n",
             OutputOf(1, [&] { EXPECT_EQ(0u, source->getCurrentChapter()); }));
   source->selectChapter(chapters[3]);  // no title open: no seek
@@ -74,16 +74,16 @@ TEST_F(ChaptersTest, PublishedInUidOrderWithEngineTimes) {
   }
 }
 
-// Without Duration every chapter runs from 0 to -1.
-TEST_F(ChaptersTest, WithoutDurationChaptersRunFromZeroToMinusOne) {
-  OpenLasting(std::nullopt);
-  EXPECT_EQ(0u, lines.find("AutoChapter start: 0 end: 18446744073709551615\n"));
-}
-
+// Without Duration every chapter runs from 0 to -1, with a Duration of 0 from 0 to 0;
 // 2^63 ns, which no signed 64-bit count holds, counts as the largest.
-TEST_F(ChaptersTest, ADurationPast63BitsIsTheLargest) {
-  OpenLasting(0x1p63);
-  EXPECT_EQ(0u, lines.find("AutoChapter start: 0 end: 922337203685477581\n"));
+TEST_F(ChaptersTest, TheFirstChapterAtTheEdgesOfDuration) {
+  const std::pair<std::optional<double>, const char*> cases[] = {
+      {std::nullopt, "18446744073709551615"}, {0.0, "0"}, {0x1p63, "922337203685477581"}};
+  for (const auto& [nanoseconds, end] : cases) {
+    OpenLasting(nanoseconds);
+    EXPECT_EQ(0u, lines.find("AutoChapter start: 0 end: " + std::string(end) + "\n"));
+    source->close();
+  }
 }
 
 }  // namespace

@@ -47,7 +47,7 @@ TEST_F(LifecycleTest, OpenPublishesTitleChaptersAndAnEmptyDocument) {
     EXPECT_EQ(nullptr, source->metadataDocument());
     EXPECT_EQ(0u, source->getTitles().count() + source->getChapters(0).count());
   }
-  EXPECT_EQ(-1, source->open(static_cast<void*>(nullptr)));  // the parsed file stays unpublished
+  EXPECT_EQ(-1, source->open(new KVL::SavedSession{nullptr}));  // no source: nothing published
   EXPECT_EQ(0, source->getBufferingProgress());
   EXPECT_TRUE(source->isClosing());
   ASSERT_EQ(0, source->open(*media));
