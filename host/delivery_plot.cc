@@ -61,12 +61,9 @@ struct Layout {
 class DeliveryPlot {
  public:
   DeliveryPlot(const PlayReport& report, const DeliveryTimeline& timeline,
-               const PlotCanvas& canvas)
-      : report_(report),
-        timeline_(timeline),
-        canvas_(canvas),
-        svg_(canvas.svg()),
-        layout_(report.streams.size()) {}
+               const PlotCanvas& canvas, const Layout& layout)
+      : report_(report), timeline_(timeline), canvas_(canvas), svg_(canvas.svg()),
+        layout_(layout) {}
 
   void Draw();
 
@@ -82,7 +79,7 @@ class DeliveryPlot {
   const DeliveryTimeline& timeline_;
   const PlotCanvas& canvas_;
   SvgWriter& svg_;
-  const Layout layout_;
+  const Layout& layout_;
 };
 
 void DeliveryPlot::Draw() {
@@ -235,7 +232,7 @@ void DrawDelivery(const PlayReport& report, const DeliveryTimeline& timeline, Pe
   svg.Text("title", {}, FileName(report.uri) + ": what MKVSource delivered");
   const TitleTimeScale scale = ReportedTimeScale(report);
   const PlotCanvas canvas(svg, scale, SpanTicks(report), timeline.columnTicks());
-  DeliveryPlot(report, timeline, canvas).Draw();
+  DeliveryPlot(report, timeline, canvas, layout).Draw();
   svg.Finish();
 }
 
