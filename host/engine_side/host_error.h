@@ -17,6 +17,12 @@ enum ExitStatus : int {
   kHostFailure = 5,
   // --stress found a rule broken.
   kStressRuleBroken = 6,
+  // The source path is missing, can't be read or isn't a regular file.
+  kFileUnreadable = 7,
+  // The source file was replaced, cut or rewritten while it played.
+  kFileChanged = 8,
+  // A play from the start got nothing from a stream of a title with a length.
+  kStreamSilent = 9,
 };
 
 // A failure that ends the run: a one-line message and the exit status.

@@ -54,6 +54,8 @@ struct StreamReport {
   uint32_t firstStart = 0;
   uint32_t lastEnd = 0;
   std::string ending;  // why reading stopped
+  // No chunk at all in a play from the start of a title with a length.
+  bool deliveredNothing = false;
 };
 
 struct ChapterReport {
@@ -82,6 +84,9 @@ struct PlayReport {
   std::optional<unsigned long long> currentChapter;  // after the selection
   std::vector<StreamReport> streams;
   ControlRecord engine;
+  // How the source file changed between the start and the end of the play
+  // (SourceFile::Change()); empty if it didn't.
+  std::string fileChange;
 };
 
 }  // namespace kvlhost

@@ -2,6 +2,7 @@
 
 #include "host/play/avc_facts.h"
 #include "host/play/chunk_pump.h"
+#include "host/play/play_hook.h"
 #include "host/play/progress_line.h"
 #include "host/play/stream_facts.h"
 
@@ -12,6 +13,14 @@ constexpr char kMatroskaMimeType[] = "video/x-matroska";
 
 KVL::vorq_string<unsigned char> Utf8(const std::string& text) {
   return KVL::vorq_string<unsigned char>(reinterpret_cast<const unsigned char*>(text.c_str()));
+}
+
+// Only a play from the start has to reach every stream's first frame: a seek
+// or a chapter may well land past a stream's last block.
+void MarkSilentStreams(PlayReport& report) {
+  const bool titleLasts = !report.chapters.empty() && report.chapters.back().engineEnd > 0;
+  for (StreamReport& stream : report.streams)
+    stream.deliveredNothing = titleLasts && stream.chunks == 0;
 }
 
 }  // namespace
@@ -46,7 +55,9 @@ ExitStatus Player::Play(const PlayRequest& request, PlayReport& report) {
   if (opened != kPlayed) return opened;
   const TitleTimeScale scale = ReportedTimeScale(report);
   ApplyRequest(request, scale, report);
+  RunPlayHook("reading");
   Read(request, scale, report);
+  if (!request.seek && !request.chapter) MarkSilentStreams(report);
   return kPlayed;
 }
 
@@ -54,6 +65,7 @@ ExitStatus Player::Open(const std::string& uri, PlayReport& report) {
   report.uri = uri;
   source_ = std::make_unique<KVL::MediaSource>(Utf8(uri), Utf8(kMatroskaMimeType));
   if (!Probe(report)) return kNotPlayable;
+  RunPlayHook("probed");
 
   // open() takes the session over, and close() is due even if it fails.
   void* session = session_;

@@ -46,7 +46,8 @@ class Player {
   Player(const Player&) = delete;
   Player& operator=(const Player&) = delete;
 
-  // Fills `report` as far as playing got. Returns kPlayed, kNotPlayable or
+  // Fills `report` as far as playing got, in a play from the start with the
+  // streams that delivered nothing marked. Returns kPlayed, kNotPlayable or
   // kNotOpened; throws a HostError for a chapter the title doesn't have.
   ExitStatus Play(const PlayRequest& request, PlayReport& report);
   // The first half of Play(): up to open streams with their codec data

@@ -23,7 +23,8 @@ nlohmann::json StreamJson(const StreamReport& stream) {
                          {"format", stream.format},     {"duration", stream.duration},
                          {"codec_private_size", stream.codecPrivateSize},
                          {"chunks", stream.chunks},     {"bytes", stream.bytes},
-                         {"ending", stream.ending}};
+                         {"ending", stream.ending},
+                         {"delivered_nothing", stream.deliveredNothing}};
   if (stream.kind == "video") {
     json["width"] = stream.width;
     json["height"] = stream.height;
@@ -74,6 +75,8 @@ nlohmann::json ReportJson(const PlayReport& report) {
     json["refused"].push_back(
         {{"kind", format.kind}, {"format", format.format}, {"reason", format.reason}});
   }
+  json["file_changed"] = !report.fileChange.empty();
+  if (!report.fileChange.empty()) json["file_change"] = report.fileChange;
   if (!report.openResult) return json;
   json["open"] = *report.openResult;
   json["titles"] = report.titles;
