@@ -32,7 +32,8 @@ TEST(RunHost, StatusPerKindOfInput) {
       {{mkvtest::WriteTemp({'n', 'o', 't', '\n'})}, 1, ""},  // not Matroska
       // Paths become file URIs, made absolute and normal but not escaped; schemes stay.
       {{"/no/../no/./a b%20c.mkv"}, 7, "cannot read /no/a b%20c.mkv: No such file"},
-      {{"./x:y.mkv"}, 7, "cannot read " + cwd + "/x:y.mkv: No such file"},  // no scheme before a dot
+      // No scheme before a dot.
+      {{"./x:y.mkv"}, 7, "cannot read " + cwd + "/x:y.mkv: No such file"},
       {{"http://example.invalid/a.mkv"}, 3, "cannot open: http://example.invalid/a.mkv\n"},
       {{"--refuse", "", kSample}, 1, "refused: video format \"\" (reason 20)"},  // AVC asks
       {{"--refuse", "H265", kSample}, 0, ""},

@@ -101,20 +101,38 @@ TEST(SourceFile, FileCutDuringThePlayIsToldAfterTheReport) {
   EXPECT_EQ(HostLines(run.errors), 1u) << run.errors;
 }
 
-// Renamed over between the probe and the open: the plug-in reads the new
-// file at the old one's positions and finds nothing of it.
-TEST(SourceFile, FileReplacedBetweenProbeAndOpenIsTold) {
-  const std::string played = CopyOf(kSample);
-  const std::string other = CopyOf(mkvtest::MediaPath("h264_aac"));
-  const HostRun run = RunKvlPlayChild(
-      {"--packets", played}, {"KVL_PLAY_HOOK=probed:mv '" + other + "' '" + played + "'"});
-  EXPECT_EQ(run.status, 8);
-  EXPECT_FALSE(fs::exists(other));
-  EXPECT_EQ(run.report.find("stream,kind,track,start,duration,size,md5\n"), 0u);
-  EXPECT_NE(run.errors.find("kvl-play: the file changed during the play (replaced): file://" +
-                            played + "\n"),
-            std::string::npos)
-      << run.errors;
+// Every way of changing the file, at the point of the play where it does
+// harm; "{f}" stands for the played file. Renamed over between the probe and
+// the open, the new file is read at the old one's positions.
+TEST(SourceFile, EveryKindOfChangeDuringThePlayIsTold) {
+  const std::string other = mkvtest::MediaPath("h264_aac");
+  const uintmax_t bytes = fs::file_size(kSample);
+  const std::string size = std::to_string(bytes);
+  const struct {
+    std::string hook;
+    std::string change;
+  } cases[] = {
+      {"probed:cp '" + other + "' '{f}.new' && mv '{f}.new' '{f}'", "replaced"},
+      {"reading:rm '{f}'", "removed"},
+      {"reading:truncate -s 1000 '{f}'", "size " + size + " -> 1000"},
+      // Still being written.
+      {"probed:truncate -s +1 '{f}'", "size " + size + " -> " + std::to_string(bytes + 1)},
+      // The same size, written over in place.
+      {"reading:touch -d 2001-01-01 '{f}'", "modified"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.hook);
+    const std::string played = CopyOf(kSample);
+    std::string hook = c.hook;
+    for (size_t at = hook.find("{f}"); at != std::string::npos; at = hook.find("{f}"))
+      hook.replace(at, 3, played);
+    const HostRun run = RunKvlPlayChild({"--packets", played}, {"KVL_PLAY_HOOK=" + hook});
+    EXPECT_EQ(run.status, 8);
+    EXPECT_EQ(run.report.find("stream,kind,track,start,duration,size,md5\n"), 0u);
+    const std::string line =
+        "kvl-play: the file changed during the play (" + c.change + "): file://" + played + "\n";
+    EXPECT_NE(run.errors.find(line), std::string::npos) << run.errors;
+  }
 }
 
 // Only a play from the start must reach every stream; here the audio track
