@@ -14,6 +14,11 @@ struct HostRun {
   std::string errors;
 };
 
+// The committed files in tests/data/media that play, by name.
+inline constexpr const char* kPlayedMedia[] = {
+    "h264_aac", "hevc_mp3", "h264_mp3_laced", "h264_mp3_wide_pixels", "h264_aac_scale100us",
+    "mpeg4_aac", "sample"};
+
 // The module built beside the tests unless `args` name one with --module.
 HostRun RunKvlPlay(std::vector<std::string> args);
 

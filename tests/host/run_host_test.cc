@@ -195,9 +195,7 @@ TEST_P(MediaPlayback, ReportAgreesWithFfprobe) {
 }
 
 INSTANTIATE_TEST_SUITE_P(CommittedFiles, MediaPlayback,
-                         testing::Values("h264_aac", "hevc_mp3", "h264_mp3_laced",
-                                         "h264_mp3_wide_pixels", "h264_aac_scale100us",
-                                         "mpeg4_aac", "sample"));
+                         testing::ValuesIn(kPlayedMedia));
 
 }  // namespace
 }  // namespace hosttest

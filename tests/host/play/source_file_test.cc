@@ -72,7 +72,7 @@ TEST(SourceFile, FileWithoutReadPermissionFailsAsPermissionDenied) {
 }
 
 // Cut to two thirds once every stream is open: what lies before the cut
-// plays, the report is whole, and the play ends with the cut told.
+// plays, the report and the picture are whole, and the cut is told last.
 TEST(SourceFile, FileCutDuringThePlayIsToldAfterTheReport) {
   const std::string cut = CopyOf(kSample);
   const uintmax_t size = fs::file_size(cut);
@@ -80,10 +80,12 @@ TEST(SourceFile, FileCutDuringThePlayIsToldAfterTheReport) {
   const std::string hook =
       "KVL_PLAY_HOOK=reading:truncate -s " + std::to_string(kept) + " '" + cut + "'";
   const HostRun whole = RunKvlPlayChild({"--json", kSample});
-  const HostRun run = RunKvlPlayChild({"--json", cut}, {hook});
+  const std::string picture = mkvtest::NewTempPath(".svg");
+  const HostRun run = RunKvlPlayChild({"--json", "--plot", picture, cut}, {hook});
   ASSERT_EQ(whole.status, 0) << whole.errors;
   EXPECT_EQ(run.status, 8);
   EXPECT_EQ(fs::file_size(cut), kept);
+  EXPECT_TRUE(fs::exists(picture));
   const nlohmann::json report = nlohmann::json::parse(run.report);
   EXPECT_TRUE(report["file_changed"].get<bool>());
   const std::string change = "size " + std::to_string(size) + " -> " + std::to_string(kept);

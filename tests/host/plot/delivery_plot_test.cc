@@ -102,9 +102,7 @@ TEST_P(FilePicture, BarsAndSyncTicksAddUpToWhatWasDelivered) {
 }
 
 INSTANTIATE_TEST_SUITE_P(CommittedFiles, FilePicture,
-                         testing::Values("h264_aac", "hevc_mp3", "h264_mp3_laced",
-                                         "h264_mp3_wide_pixels", "h264_aac_scale100us",
-                                         "mpeg4_aac", "sample"));
+                         testing::ValuesIn(kPlayedMedia));
 
 // The axis's labelled ticks give x for a time; chapter times are the engine's 10 us units.
 TEST(Picture, ChapterLinesAndSeekMarksStandWhereTheReportSays) {
