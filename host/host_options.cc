@@ -1,6 +1,6 @@
 #include "host/host_options.h"
 
-#include "host/version_text.h"
+#include "host/engine_side/version_text.h"
 
 namespace kvlhost {
 namespace {

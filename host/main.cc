@@ -4,8 +4,8 @@
 #include <iostream>
 #include <ext/stdio_filebuf.h>
 
+#include "host/engine_side/host_error.h"
 #include "host/heap_pages.h"
-#include "host/host_error.h"
 #include "host/run_host.h"
 
 // Standard output is the report's alone. The plug-in writes its own

@@ -4,23 +4,25 @@
 #include <optional>
 #include <random>
 
-#include "host/chunk_sink.h"
-#include "host/delivery_plot.h"
-#include "host/delivery_timeline.h"
-#include "host/host_control.h"
-#include "host/host_error.h"
+#include "host/engine_side/host_control.h"
+#include "host/engine_side/host_error.h"
+#include "host/engine_side/loaded_engine.h"
+#include "host/engine_side/plugin_module.h"
 #include "host/host_options.h"
-#include "host/loaded_engine.h"
-#include "host/packet_table.h"
-#include "host/payload_extractor.h"
-#include "host/pending_file.h"
-#include "host/play_report.h"
-#include "host/player.h"
-#include "host/plugin_module.h"
-#include "host/report_json.h"
-#include "host/report_text.h"
-#include "host/source_uri.h"
-#include "host/stress_run.h"
+#include "host/play/chunk_sink.h"
+#include "host/play/play_faults.h"
+#include "host/play/play_report.h"
+#include "host/play/player.h"
+#include "host/play/source_file.h"
+#include "host/play/source_uri.h"
+#include "host/plot/delivery_plot.h"
+#include "host/plot/delivery_timeline.h"
+#include "host/plot/pending_file.h"
+#include "host/report/packet_table.h"
+#include "host/report/payload_extractor.h"
+#include "host/report/report_json.h"
+#include "host/report/report_text.h"
+#include "host/stress/stress_run.h"
 
 namespace kvlhost {
 namespace {
@@ -55,8 +57,9 @@ std::string RefusalText(const PlayReport& report) {
 }
 
 int Inspect(const HostOptions& options, const HostStreams& streams) {
-  LoadedEngine engine(options.module, options.refuse);
   const std::string uri = SourceUri(*options.inspect);
+  SourceFile::Look(uri);
+  LoadedEngine engine(options.module, options.refuse);
   KVL::FileInspectorInterface& inspector = engine.module().inspector();
   const unsigned int opened = inspector.openFile(
       KVL::vorq_string<unsigned char>(reinterpret_cast<const unsigned char*>(uri.c_str())));
@@ -87,7 +90,16 @@ void ReportFailure(ExitStatus status, const PlayReport& report, std::ostream& er
     errors << kProgramName << ": cannot open: " << report.uri << '\n';
 }
 
+// Each fault of a play on a line of its own; the gravest decides the status.
+int ReportFaults(const PlayReport& report, ExitStatus status, std::ostream& errors) {
+  const std::vector<HostError> faults = PlayFaults(report);
+  for (const HostError& fault : faults) errors << kProgramName << ": " << fault.what() << '\n';
+  return faults.empty() ? status : faults.front().status();
+}
+
 int Play(const HostOptions& options, const HostStreams& streams) {
+  const std::string uri = SourceUri(options.input);
+  const std::optional<SourceFile> file = SourceFile::Look(uri);
   // A picture that can't be written fails before the play.
   std::optional<PendingFile> picture;
   if (options.plot) picture.emplace(*options.plot);
@@ -95,7 +107,7 @@ int Play(const HostOptions& options, const HostStreams& streams) {
   PlayReport report;
   Describe(engine.module(), report);
   PlayRequest request;
-  request.uri = SourceUri(options.input);
+  request.uri = uri;
   request.seek = options.seek;
   request.exact = options.exact;
   request.speed = options.speed;
@@ -112,6 +124,7 @@ int Play(const HostOptions& options, const HostStreams& streams) {
                   picture ? sinkAndTimeline : static_cast<ChunkSink&>(*sink));
     status = player.Play(request, report);
   }
+  if (file) report.fileChange = file->Change();
   report.engine = engine.control().record();
   WriteReport(options, report, streams.report);
   ReportFailure(status, report, streams.errors);
@@ -120,13 +133,14 @@ int Play(const HostOptions& options, const HostStreams& streams) {
     DrawDelivery(report, timeline, *picture);
     picture->Commit();
   }
-  return status;
+  return ReportFaults(report, status, streams.errors);
 }
 
 int Stress(const HostOptions& options, const HostStreams& streams) {
-  LoadedEngine engine(options.module, options.refuse);
   StressPlan plan;
   plan.uri = SourceUri(options.input);
+  SourceFile::Look(plan.uri);
+  LoadedEngine engine(options.module, options.refuse);
   plan.seed = options.seed ? *options.seed : std::random_device()();
   plan.seconds = *options.stress;
   PlayReport report;

@@ -31,8 +31,9 @@ TEST(RunHost, StatusPerKindOfInput) {
   } cases[] = {
       {{mkvtest::WriteTemp({'n', 'o', 't', '\n'})}, 1, ""},  // not Matroska
       // Paths become file URIs, made absolute and normal but not escaped; schemes stay.
-      {{"/no/../no/./a b%20c.mkv"}, 1, "not playable: file:///no/a b%20c.mkv\n"},
-      {{"./x:y.mkv"}, 1, "not playable: file://" + cwd + "/x:y.mkv\n"},  // no scheme before a dot
+      {{"/no/../no/./a b%20c.mkv"}, 7, "cannot read /no/a b%20c.mkv: No such file"},
+      // No scheme before a dot.
+      {{"./x:y.mkv"}, 7, "cannot read " + cwd + "/x:y.mkv: No such file"},
       {{"http://example.invalid/a.mkv"}, 3, "cannot open: http://example.invalid/a.mkv\n"},
       {{"--refuse", "", kSample}, 1, "refused: video format \"\" (reason 20)"},  // AVC asks
       {{"--refuse", "H265", kSample}, 0, ""},
@@ -194,9 +195,7 @@ TEST_P(MediaPlayback, ReportAgreesWithFfprobe) {
 }
 
 INSTANTIATE_TEST_SUITE_P(CommittedFiles, MediaPlayback,
-                         testing::Values("h264_aac", "hevc_mp3", "h264_mp3_laced",
-                                         "h264_mp3_wide_pixels", "h264_aac_scale100us",
-                                         "mpeg4_aac", "sample"));
+                         testing::ValuesIn(kPlayedMedia));
 
 }  // namespace
 }  // namespace hosttest
