@@ -1,6 +1,7 @@
 // The costs that grow with a file: the probe, which parses every cluster
-// through the reader, reading every frame of every track, and the read path
-// alone.
+// through the reader, reading every frame of every track, the read path
+// alone, and what a viewer waits for on a file of many clusters: the first
+// chunks, and a seek.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <unistd.h>
@@ -169,6 +170,91 @@ void BM_ReadPath(benchmark::State& state) {
   source.closeTitle(false);
 }
 BENCHMARK(BM_ReadPath)->Arg(1)->Arg(50)->Unit(benchmark::kMillisecond);
+
+constexpr int kSparseSeconds = 3000;
+
+// 3,000 one-second clusters, audio only in every 1,000th, on disk.
+const std::string& SparseFile() {
+  static const std::string path =
+      mkvtest::WriteTemp(mkvbench::SparseFileBytes(kSparseSeconds, 1000));
+  return path;
+}
+
+KVL::StreamInterface* StreamOfType(const mkvtest::FakeControl& control, unsigned int type) {
+  for (size_t i = 0; i < control.streamCount(); ++i) {
+    if (control.stream(i)->streamType() == type) return control.stream(i);
+  }
+  return nullptr;
+}
+
+void ReadOneChunk(KVL::StreamInterface* stream) {
+  KVL::MediaChunk* chunk = nullptr;
+  if (stream->readStream(&chunk) == 0 && chunk) chunk->allocator().freeBuffer(chunk);
+}
+
+// The probe, the open, the title and one chunk of each stream of the
+// sparse file.
+void BM_OpenFirstChunk(benchmark::State& state) {
+  const auto media = SourceOf(SparseFile());
+  for (auto _ : state) {
+    mkvtest::FakeControl control;
+    KVL::MKVSource source(nullptr);
+    PlayFirstTitle(source, control, *media);
+    QuietStdout quiet;
+    for (size_t i = 0; i < control.streamCount(); ++i) {
+      control.stream(i)->openStream(nullptr);
+      ReadOneChunk(control.stream(i));
+    }
+    source.closeTitle(false);
+  }
+}
+BENCHMARK(BM_OpenFirstChunk)->Unit(benchmark::kMillisecond);
+
+// Times `seek`, given the streams of the sparse file, each open and read
+// from once, on a title opened afresh untimed, so that no cluster the
+// last seek parsed is still at hand.
+template <typename Seek>
+void TimeSeeks(benchmark::State& state, Seek seek) {
+  const auto media = SourceOf(SparseFile());
+  for (auto _ : state) {
+    state.PauseTiming();
+    mkvtest::FakeControl control;
+    KVL::MKVSource source(nullptr);
+    PlayFirstTitle(source, control, *media);
+    QuietStdout quiet;
+    for (size_t i = 0; i < control.streamCount(); ++i) {
+      control.stream(i)->openStream(nullptr);
+      ReadOneChunk(control.stream(i));
+    }
+    state.ResumeTiming();
+    seek(control);
+    state.PauseTiming();
+    source.closeTitle(false);
+    state.ResumeTiming();
+  }
+}
+
+// Both streams to 10 s before the end, and a chunk of each.
+void BM_SeekNearEnd(benchmark::State& state) {
+  TimeSeeks(state, [](const mkvtest::FakeControl& control) {
+    for (size_t i = 0; i < control.streamCount(); ++i) {
+      control.stream(i)->seekStream((kSparseSeconds - 10) * 1000, nullptr, false);
+      ReadOneChunk(control.stream(i));
+    }
+  });
+}
+BENCHMARK(BM_SeekNearEnd)->Unit(benchmark::kMillisecond);
+
+// The audio alone to halfway between two of its blocks, 500 clusters past
+// the last, and its chunk.
+void BM_SeekSparseTrack(benchmark::State& state) {
+  TimeSeeks(state, [](const mkvtest::FakeControl& control) {
+    KVL::StreamInterface* audio = StreamOfType(control, KVL::kStreamAudio);
+    audio->seekStream(2500 * 1000, nullptr, false);
+    ReadOneChunk(audio);
+  });
+}
+BENCHMARK(BM_SeekSparseTrack)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
