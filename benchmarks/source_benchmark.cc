@@ -114,6 +114,15 @@ void PlayFirstTitle(KVL::MKVSource& source, mkvtest::FakeControl& control,
   source.playFirstTitle();
 }
 
+// The first title of `media`, played, its streams held by `control`; the
+// title closes when this goes.
+struct PlayedTitle {
+  explicit PlayedTitle(KVL::MediaSource& media) { PlayFirstTitle(source, control, media); }
+  ~PlayedTitle() { source.closeTitle(false); }
+  mkvtest::FakeControl control;
+  KVL::MKVSource source{nullptr};
+};
+
 struct FramesRead {
   int64_t frames = 0;
   int64_t bytes = 0;
@@ -140,11 +149,8 @@ FramesRead ReadEveryStream(const mkvtest::FakeControl& control) {
 void BM_ReadEveryFrame(benchmark::State& state) {
   const auto media = SourceOf(LongFile());
   for (auto _ : state) {
-    mkvtest::FakeControl control;
-    KVL::MKVSource source(nullptr);
-    PlayFirstTitle(source, control, *media);
-    const FramesRead read = ReadEveryStream(control);
-    source.closeTitle(false);
+    PlayedTitle title(*media);
+    const FramesRead read = ReadEveryStream(title.control);
     state.counters["MB"] = static_cast<double>(read.bytes) / 1e6;
   }
 }
@@ -192,20 +198,22 @@ void ReadOneChunk(KVL::StreamInterface* stream) {
   if (stream->readStream(&chunk) == 0 && chunk) chunk->allocator().freeBuffer(chunk);
 }
 
+// Opens every stream that `control` holds and reads a chunk of each.
+void ReadFirstChunks(const mkvtest::FakeControl& control) {
+  for (size_t i = 0; i < control.streamCount(); ++i) {
+    control.stream(i)->openStream(nullptr);
+    ReadOneChunk(control.stream(i));
+  }
+}
+
 // The probe, the open, the title and one chunk of each stream of the
 // sparse file.
 void BM_OpenFirstChunk(benchmark::State& state) {
   const auto media = SourceOf(SparseFile());
   for (auto _ : state) {
-    mkvtest::FakeControl control;
-    KVL::MKVSource source(nullptr);
-    PlayFirstTitle(source, control, *media);
+    PlayedTitle title(*media);
     QuietStdout quiet;
-    for (size_t i = 0; i < control.streamCount(); ++i) {
-      control.stream(i)->openStream(nullptr);
-      ReadOneChunk(control.stream(i));
-    }
-    source.closeTitle(false);
+    ReadFirstChunks(title.control);
   }
 }
 BENCHMARK(BM_OpenFirstChunk)->Unit(benchmark::kMillisecond);
@@ -218,18 +226,13 @@ void TimeSeeks(benchmark::State& state, Seek seek) {
   const auto media = SourceOf(SparseFile());
   for (auto _ : state) {
     state.PauseTiming();
-    mkvtest::FakeControl control;
-    KVL::MKVSource source(nullptr);
-    PlayFirstTitle(source, control, *media);
+    auto title = std::make_unique<PlayedTitle>(*media);
     QuietStdout quiet;
-    for (size_t i = 0; i < control.streamCount(); ++i) {
-      control.stream(i)->openStream(nullptr);
-      ReadOneChunk(control.stream(i));
-    }
+    ReadFirstChunks(title->control);
     state.ResumeTiming();
-    seek(control);
+    seek(title->control);
     state.PauseTiming();
-    source.closeTitle(false);
+    title.reset();
     state.ResumeTiming();
   }
 }
