@@ -13,6 +13,7 @@ if [[ $# -lt 2 ]]; then
   exit 2
 fi
 play=$1 file=$2 rounds=${3:-15}
+source "$(dirname "${BASH_SOURCE[0]}")/timing.sh"
 
 timing=$(mktemp)
 peak=$(mktemp)
@@ -28,24 +29,20 @@ run() {
     ffmpeg) "$@" ffmpeg -nostdin -v error -i "$file" -map 0 -c copy -f null - ;;
   esac
 }
-# perf stat writes the wall time (duration_time, ns) and task clock (CPU ms,
-# user and system) to $timing; /usr/bin/time counts in 10 ms, too coarse for
-# cat, but gives the peak resident memory.
-timed=(perf stat -x, -e duration_time,task-clock -o "$timing" --)
 measured=(/usr/bin/time -f %M -o "$peak" --)
 
 names=(cat play ffmpeg)
 declare -A wall cpu
-for name in "${names[@]}"; do run "$name" "${timed[@]}"; done  # warm the page cache
+for name in "${names[@]}"; do run "$name" perf_stat "$timing"; done  # warm the page cache
 for ((round = 0; round < rounds; ++round)); do
   for name in "${names[@]}"; do
-    run "$name" "${timed[@]}"
-    wall[$name]+="$(awk -F, '/duration_time/ { print $1 / 1e9 }' "$timing") "
-    cpu[$name]+="$(awk -F, '/task-clock/ { print $1 / 1000 }' "$timing") "
+    run "$name" perf_stat "$timing"
+    read -r w c < <(perf_times "$timing")
+    wall[$name]+="$w "
+    cpu[$name]+="$c "
   done
 done
 
-median() { tr ' ' '\n' <<< "$1" | sed '/^$/d' | sort -g | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'; }
 declare -A wallMedian cpuMedian
 for name in "${names[@]}"; do
   wallMedian[$name]=$(median "${wall[$name]}")

@@ -1,6 +1,7 @@
 // The costs that grow with a file: the probe, which parses every cluster
-// through the reader, reading every frame of every track, and the read path
-// alone.
+// through the reader, reading every frame of every track, the read path
+// alone, and what a viewer waits for on a file of many clusters: the first
+// chunks, and a seek.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <unistd.h>
@@ -113,6 +114,15 @@ void PlayFirstTitle(KVL::MKVSource& source, mkvtest::FakeControl& control,
   source.playFirstTitle();
 }
 
+// The first title of `media`, played, its streams held by `control`; the
+// title closes when this goes.
+struct PlayedTitle {
+  explicit PlayedTitle(KVL::MediaSource& media) { PlayFirstTitle(source, control, media); }
+  ~PlayedTitle() { source.closeTitle(false); }
+  mkvtest::FakeControl control;
+  KVL::MKVSource source{nullptr};
+};
+
 struct FramesRead {
   int64_t frames = 0;
   int64_t bytes = 0;
@@ -139,11 +149,8 @@ FramesRead ReadEveryStream(const mkvtest::FakeControl& control) {
 void BM_ReadEveryFrame(benchmark::State& state) {
   const auto media = SourceOf(LongFile());
   for (auto _ : state) {
-    mkvtest::FakeControl control;
-    KVL::MKVSource source(nullptr);
-    PlayFirstTitle(source, control, *media);
-    const FramesRead read = ReadEveryStream(control);
-    source.closeTitle(false);
+    PlayedTitle title(*media);
+    const FramesRead read = ReadEveryStream(title.control);
     state.counters["MB"] = static_cast<double>(read.bytes) / 1e6;
   }
 }
@@ -169,6 +176,88 @@ void BM_ReadPath(benchmark::State& state) {
   source.closeTitle(false);
 }
 BENCHMARK(BM_ReadPath)->Arg(1)->Arg(50)->Unit(benchmark::kMillisecond);
+
+constexpr int kSparseSeconds = 3000;
+
+// 3,000 one-second clusters, audio only in every 1,000th, on disk.
+const std::string& SparseFile() {
+  static const std::string path =
+      mkvtest::WriteTemp(mkvbench::SparseFileBytes(kSparseSeconds, 1000));
+  return path;
+}
+
+KVL::StreamInterface* StreamOfType(const mkvtest::FakeControl& control, unsigned int type) {
+  for (size_t i = 0; i < control.streamCount(); ++i) {
+    if (control.stream(i)->streamType() == type) return control.stream(i);
+  }
+  return nullptr;
+}
+
+void ReadOneChunk(KVL::StreamInterface* stream) {
+  KVL::MediaChunk* chunk = nullptr;
+  if (stream->readStream(&chunk) == 0 && chunk) chunk->allocator().freeBuffer(chunk);
+}
+
+// Opens every stream that `control` holds and reads a chunk of each.
+void ReadFirstChunks(const mkvtest::FakeControl& control) {
+  for (size_t i = 0; i < control.streamCount(); ++i) {
+    control.stream(i)->openStream(nullptr);
+    ReadOneChunk(control.stream(i));
+  }
+}
+
+// The probe, the open, the title and one chunk of each stream of the
+// sparse file.
+void BM_OpenFirstChunk(benchmark::State& state) {
+  const auto media = SourceOf(SparseFile());
+  for (auto _ : state) {
+    PlayedTitle title(*media);
+    QuietStdout quiet;
+    ReadFirstChunks(title.control);
+  }
+}
+BENCHMARK(BM_OpenFirstChunk)->Unit(benchmark::kMillisecond);
+
+// Times `seek`, given the streams of the sparse file, each open and read
+// from once, on a title opened afresh untimed, so that no cluster the
+// last seek parsed is still at hand.
+template <typename Seek>
+void TimeSeeks(benchmark::State& state, Seek seek) {
+  const auto media = SourceOf(SparseFile());
+  for (auto _ : state) {
+    state.PauseTiming();
+    auto title = std::make_unique<PlayedTitle>(*media);
+    QuietStdout quiet;
+    ReadFirstChunks(title->control);
+    state.ResumeTiming();
+    seek(title->control);
+    state.PauseTiming();
+    title.reset();
+    state.ResumeTiming();
+  }
+}
+
+// Both streams to 10 s before the end, and a chunk of each.
+void BM_SeekNearEnd(benchmark::State& state) {
+  TimeSeeks(state, [](const mkvtest::FakeControl& control) {
+    for (size_t i = 0; i < control.streamCount(); ++i) {
+      control.stream(i)->seekStream((kSparseSeconds - 10) * 1000, nullptr, false);
+      ReadOneChunk(control.stream(i));
+    }
+  });
+}
+BENCHMARK(BM_SeekNearEnd)->Unit(benchmark::kMillisecond);
+
+// The audio alone to halfway between two of its blocks, 500 clusters past
+// the last, and its chunk.
+void BM_SeekSparseTrack(benchmark::State& state) {
+  TimeSeeks(state, [](const mkvtest::FakeControl& control) {
+    KVL::StreamInterface* audio = StreamOfType(control, KVL::kStreamAudio);
+    audio->seekStream(2500 * 1000, nullptr, false);
+    ReadOneChunk(audio);
+  });
+}
+BENCHMARK(BM_SeekSparseTrack)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

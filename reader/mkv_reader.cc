@@ -14,12 +14,18 @@ constexpr long long kWindowAlign = 4096;
 // Reads of at most this size go through the window; larger ones go direct.
 constexpr long kLargestWindowedRead = MkvReader::kWindowBytes - 2 * kWindowAlign;
 
-// What a window holds when the request lies further past its end than
-// this: the parser is skipping bytes it doesn't want, as the probe does from
-// cluster head to cluster head, and would skip most of a full window too. A
-// read that then runs on past this short window fills a whole one. Smaller
-// gaps are a cluster's walk stepping over other tracks' frames.
-constexpr long kSkipWindowBytes = 4 * kWindowAlign;
+// A request further past the window's end than this is the parser skipping
+// bytes it doesn't want, as the probe does from cluster head to cluster head;
+// smaller gaps are a cluster's walk stepping over other tracks' frames. Past
+// a short window, one that a skip fetched, a gap longer than the window
+// itself is a skip too: the probe's next head, however short the cluster.
+constexpr long long kSkipGapBytes = 4 * kWindowAlign;
+
+// What is fetched at a position skipped to: a cluster's id and size, its
+// timecode and the head of its first block, with room to spare, and no more,
+// since the next request is likely the next cluster's head. A read that then
+// runs on past this short window is sequential again and fills a whole one.
+constexpr long kSkipReadBytes = 256;
 
 }  // namespace
 
@@ -78,12 +84,15 @@ long MkvReader::ReadAt(long long position, long length, unsigned char* buffer) {
 
 bool MkvReader::FillWindow(long long position, long length) {
   if (!window_) window_.reset(new unsigned char[kWindowBytes]);
-  const bool skipping =
-      windowBytes_ > 0 && position >= windowStart_ + windowBytes_ + kSkipWindowBytes;
+  const long long gap = std::min<long long>(kSkipGapBytes, windowBytes_);
+  const bool skipping = windowBytes_ > 0 && position >= windowStart_ + windowBytes_ + gap;
+  if (skipping) {
+    windowStart_ = position;
+    windowBytes_ = ReadAt(position, std::max(kSkipReadBytes, length), window_.get());
+    return windowBytes_ > 0;
+  }
   windowStart_ = std::max(0LL, position - position % kWindowAlign - kWindowAlign);
-  const long wanted = static_cast<long>(position - windowStart_) + length;
-  const long fill = skipping ? std::max(kSkipWindowBytes, wanted) : kWindowBytes;
-  windowBytes_ = ReadAt(windowStart_, fill, window_.get());
+  windowBytes_ = ReadAt(windowStart_, kWindowBytes, window_.get());
   return windowBytes_ > position - windowStart_;
 }
 

@@ -13,8 +13,10 @@ namespace KVL {
 // The parser peeks in many small reads, forward and backward; each would be
 // a seek and a read system call. Small reads are therefore served from one
 // window of the file, refilled with a single read when a request falls
-// outside it, so a whole file costs about one system call per window. Large
-// reads (frames) go straight into the caller's buffer.
+// outside it, so a whole file costs about one system call per window. A
+// request far past the window, where the parser skips from one cluster head
+// to the next, fetches only a few hundred bytes. Large reads (frames) go
+// straight into the caller's buffer.
 class MkvReader : public IMkvReader {
  public:
   MkvReader();
