@@ -44,7 +44,7 @@ MKVSource::~MKVSource() {
 
 size_t MKVSource::parsedClusters() const {
   boost::unique_lock<boost::recursive_mutex> lock(mainTitle->mutex);
-  return mainTitle->clusters.size();
+  return mainTitle->clusters.size() + (segment ? segment->GetCount() : 0);
 }
 
 int MKVSource::getInterface(const vorq_string<char>& name, void** result) {

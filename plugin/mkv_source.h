@@ -17,7 +17,9 @@
 #include "plugin/kvl/remote_file_interface.h"
 #include "plugin/kvl/saved_session.h"
 #include "reader/mkv_reader_interface.h"
+#include "source/cluster_heads.h"
 #include "streams/parsed_clusters.h"
+#include "streams/seek_search.h"
 
 struct _xmlNode;
 
@@ -102,8 +104,8 @@ class MKVSource : public Plugin,
   void processSimpleTag(_xmlNode* node, tagData* tag);
   void cleanMetadata();
 
-  // How many clusters the title's readers hold parsed: bounded, whatever
-  // the file's length.
+  // How many cluster objects the source keeps, the segment's and those the
+  // title's readers hold parsed: bounded, whatever the file's length.
   size_t parsedClusters() const;
 
   bool isClosing() const { return closing != 0; }
@@ -124,6 +126,8 @@ class MKVSource : public Plugin,
   IMkvReader* reader = nullptr;
   mkvparser::EBMLHeader ebmlHeader;
   mkvparser::Segment* segment = nullptr;
+  // The clusters of `segment`, which keeps none itself.
+  ClusterHeads clusterHeads;
   // Segments of earlier probes, kept alive for the pointers into them.
   std::vector<mkvparser::Segment*> retiredSegments;
   const mkvparser::SegmentInfo* segmentInfo = nullptr;
@@ -155,6 +159,8 @@ struct MKVSource::TitleInternal {
   MKVSource* source;
   uint32_t references = 1;
   ParsedClusters clusters;
+  // Where each track's seeks begin, by track: each segment's tracks are its own.
+  std::map<const mkvparser::Track*, FirstTarget> firstTargets;
 };
 
 }  // namespace KVL

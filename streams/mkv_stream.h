@@ -82,8 +82,8 @@ class MKVSource::MKVStream : public StreamInterface {
   Properties* properties_;
   std::basic_string<unsigned char> name;
   MKVSource* source = nullptr;
-  // The segment's cluster of the walk; its blocks, which `entry` points
-  // into, come from the parsed cluster that `blocks` holds.
+  // The cluster of the walk, which `blocks` holds parsed and `entry` points
+  // into; or the segment's end marker past the last.
   const mkvparser::Cluster* cluster = nullptr;
   ClusterPin blocks;
   const mkvparser::BlockEntry* entry = nullptr;

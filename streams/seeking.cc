@@ -21,8 +21,12 @@ long MKVSource::MKVStream::seekTrack(int64_t timeNs) {
   const mkvparser::Track* track = this->track();
   if (!track) return -1;
   const bool keyFramesOnly = track->GetType() == mkvparser::Track::kVideo;
-  return FindSeekEntry(title->clusters, title->source->segment, *track, timeNs, keyFramesOnly,
-                       &entry, &blocks);
+  const SegmentClusters clusters{title->clusters, title->source->segment,
+                                 title->source->clusterHeads};
+  const long status = FindSeekEntry(clusters, *track, timeNs, keyFramesOnly,
+                                    &title->firstTargets[track], &entry, &blocks);
+  cluster = blocks.get();
+  return status;
 }
 
 int MKVSource::AudioStream::seekStream(unsigned int time, unsigned int* actualTime,
@@ -37,7 +41,6 @@ int MKVSource::AudioStream::seekStream(unsigned int time, unsigned int* actualTi
     if (actualTime) *actualTime = 0;
     return static_cast<int>(status);
   }
-  cluster = blocks.head();
   const auto position = static_cast<uint32_t>(target / timecodeScale);
   std::printf("Audio Stream %d: seeked to %u (requested time: %u)\n", trackIndex, position,
               position);
@@ -55,13 +58,11 @@ int MKVSource::VideoStream::seekStream(unsigned int time, unsigned int* actualTi
   resetStream();
   source = title->source;
   walkState = WalkEnd;
-  if (seekTrack(TicksToNanoseconds(time)) != 0) return -1;
-  cluster = blocks.head();
-  if (!cluster) return -1;
+  if (seekTrack(TicksToNanoseconds(time)) != 0 || !cluster) return -1;
   // The landing point is the first key block of the cluster, of any track.
-  blocks.get()->GetFirst(entry);
+  cluster->GetFirst(entry);
   while (entry && !entry->EOS() && entry->GetBlock() && !entry->GetBlock()->IsKey())
-    blocks.get()->GetNext(entry, entry);
+    cluster->GetNext(entry, entry);
   if (!entry || entry->EOS() || !entry->GetBlock()) return -1;
   const auto position = static_cast<uint32_t>(cluster->GetTimeCode());
   std::printf("Video Stream %d: seeked to %u (requested time: %u)\n", trackIndex, position,

@@ -101,6 +101,7 @@ void MKVSource::VideoStream::describe(const mkvparser::VideoTrack& track) {
 
 MKVSource::VideoStream::~VideoStream() {
   boost::unique_lock<boost::recursive_mutex> lock(title->mutex);
+  blocks.reset();
   for (const auto& auxiliary : auxiliaryTracks)
     title->source->control->removeStream(auxiliary.first);
   auxiliaryTracks.clear();
