@@ -1,3 +1,4 @@
+// The block cursor's walk. Writes cluster, blocks, entry, frameIndex and walkState.
 #include "streams/mkv_stream.h"
 
 namespace KVL {

@@ -1,3 +1,4 @@
+// One hold on a parsed cluster. Writes the pin's cache_ and slot_, and its slot's hold count.
 #include "streams/cluster_pin.h"
 
 #include <utility>

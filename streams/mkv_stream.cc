@@ -1,3 +1,6 @@
+// The reader's core: construction, open, close, the accessors, the speed and mode. Writes
+// every member at construction; later source, codecData, defaultDuration, endOfStream,
+// walkState, readSpeed_, readMode_, duration_, and blocks on the way out.
 #include "streams/mkv_stream.h"
 
 #include <cstdio>

@@ -1,3 +1,4 @@
+// The title's cache of parsed clusters. Writes slots_, clock_ and a slot's holds and letGo.
 #include "streams/parsed_clusters.h"
 
 #include <algorithm>

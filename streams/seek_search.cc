@@ -1,3 +1,5 @@
+// Where a track's seek lands. Writes the caller's result entry and landing pin, and the
+// track's first target.
 #include "streams/seek_search.h"
 
 #include <limits>

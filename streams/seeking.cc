@@ -1,3 +1,5 @@
+// Seeks of both readers. Write entry, blocks, cluster, frameIndex, walkState, lastBlockTime,
+// endOfStream and (video) source; the title's firstTargets.
 #include <cstdio>
 
 #include <boost/thread/locks.hpp>
@@ -29,6 +31,15 @@ long MKVSource::MKVStream::seekTrack(int64_t timeNs) {
   return status;
 }
 
+void MKVSource::MKVStream::landWalk(const mkvparser::BlockEntry* at, int32_t frame) {
+  cluster = blocks.get();
+  entry = at;
+  frameIndex = frame;
+  walkState = WalkInBlock;
+  lastBlockTime = -1;
+  endOfStream = 0;
+}
+
 int MKVSource::AudioStream::seekStream(unsigned int time, unsigned int* actualTime,
                                        bool exact) {
   const uint32_t requested = exact ? time : time + 1;
@@ -47,9 +58,7 @@ int MKVSource::AudioStream::seekStream(unsigned int time, unsigned int* actualTi
   std::printf("Audio Stream %d: seeked/scanned to %u (requested time: %u)\n", trackIndex,
               position, position);
   if (actualTime) *actualTime = position;
-  endOfStream = 0;
-  lastBlockTime = -1;
-  walkState = WalkInBlock;
+  landWalk(entry, frameIndex);
   return 0;
 }
 
@@ -68,10 +77,7 @@ int MKVSource::VideoStream::seekStream(unsigned int time, unsigned int* actualTi
   std::printf("Video Stream %d: seeked to %u (requested time: %u)\n", trackIndex, position,
               time);
   if (actualTime) *actualTime = position;
-  endOfStream = 0;
-  lastBlockTime = -1;
-  frameIndex = 0;
-  walkState = WalkInBlock;
+  landWalk(entry, 0);
   return 0;
 }
 

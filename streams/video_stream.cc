@@ -1,3 +1,6 @@
+// The video reader's construction and destruction. Writes formatDescriptor, language,
+// country, trackType, imageProperties and duration_; blocks and auxiliaryTracks on the
+// way out.
 #include "streams/video_stream.h"
 
 #include <cstring>
