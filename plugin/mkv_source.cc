@@ -9,6 +9,7 @@
 #include "reader/mkv_reader.h"
 #include "source/chapter_info.h"
 #include "source/title_info.h"
+#include "streams/title_internal.h"
 
 namespace KVL {
 

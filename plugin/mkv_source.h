@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-#include <boost/thread/recursive_mutex.hpp>
-
 #include "mkvparser/mkvparser.h"
 #include "plugin/kvl/container_interface.h"
 #include "plugin/kvl/file_inspector_interface.h"
@@ -18,8 +16,6 @@
 #include "plugin/kvl/saved_session.h"
 #include "reader/mkv_reader_interface.h"
 #include "source/cluster_heads.h"
-#include "streams/parsed_clusters.h"
-#include "streams/seek_search.h"
 
 struct _xmlNode;
 
@@ -145,22 +141,6 @@ class MKVSource : public Plugin,
   ReadInterfaces readInterfaces;
   unsigned char closing = 0;
   InspectedFile* inspectedFile = nullptr;
-};
-
-// The record that a source shares with all its track readers; its mutex is
-// the one lock of the source and its streams, which also guards the blocks
-// the readers share.
-struct MKVSource::TitleInternal {
-  explicit TitleInternal(MKVSource* source) : source(source) {}
-
-  boost::recursive_mutex mutex;
-  bool loaded = false;
-  int32_t titleIndex = -1;
-  MKVSource* source;
-  uint32_t references = 1;
-  ParsedClusters clusters;
-  // Where each track's seeks begin, by track: each segment's tracks are its own.
-  std::map<const mkvparser::Track*, FirstTarget> firstTargets;
 };
 
 }  // namespace KVL

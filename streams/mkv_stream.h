@@ -8,6 +8,7 @@
 #include "plugin/kvl/stream_interface.h"
 #include "plugin/mkv_source.h"
 #include "streams/cluster_pin.h"
+#include "streams/title_internal.h"
 
 namespace KVL {
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <new>
 
+#include "source/cluster_heads.h"
 #include "streams/cluster_pin.h"
 
 namespace KVL {

@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "mkvparser/mkvparser.h"
-#include "source/cluster_heads.h"
 
 namespace KVL {
 
+class ClusterHeads;
 class ClusterPin;
 
 // The blocks of a segment's clusters, parsed into clusters of the title's

@@ -5,6 +5,9 @@
 #include <limits>
 #include <utility>
 
+#include "source/cluster_heads.h"
+#include "streams/cluster_pin.h"
+#include "streams/parsed_clusters.h"
 #include "streams/tick_time.h"
 
 namespace KVL {

@@ -5,11 +5,12 @@
 #include <cstdint>
 
 #include "mkvparser/mkvparser.h"
-#include "source/cluster_heads.h"
-#include "streams/cluster_pin.h"
-#include "streams/parsed_clusters.h"
 
 namespace KVL {
+
+class ClusterHeads;
+class ClusterPin;
+class ParsedClusters;
 
 // Where a track's seeks begin: the cluster of its first target (its first
 // block; on a video track its first key block), found by the first seek and
