@@ -1,7 +1,7 @@
 // The probe's walk over the cluster heads against the parser's Segment::Load,
 // which it replaces: the same verdict and the same clusters on every committed
-// file, on cut, bit-flipped and unknown-sized copies of them, on the fuzz
-// reproducers and on layouts no muxer writes.
+// file and the public corpus, on cut, bit-flipped and unknown-sized copies of
+// them, on the fuzz reproducers and on layouts no muxer writes.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -22,10 +22,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::vector<Bytes> CommittedFiles() {
+// The committed files, and the public corpus when it is beside.
+std::vector<Bytes> InputFiles() {
   std::vector<Bytes> files;
-  for (const char* dir : {"tests/data", "samples", "tests/fuzz/reproducers"}) {
-    for (const auto& entry : fs::recursive_directory_iterator(fs::path(MKVSOURCE_SOURCE_DIR) / dir)) {
+  for (const char* dir : {"tests/data", "samples", "tests/fuzz/reproducers", "../shared/corpus"}) {
+    const fs::path root = fs::path(MKVSOURCE_SOURCE_DIR) / dir;
+    if (!fs::is_directory(root)) continue;
+    for (const auto& entry : fs::recursive_directory_iterator(root)) {
       const fs::path& file = entry.path();
       if (file.extension() != ".mkv" && file.extension() != ".webm") continue;
       std::ifstream in(file, std::ios::binary);
@@ -53,7 +56,7 @@ std::vector<Bytes> WrittenLayouts() {
 // Each file whole, cut at ~400 places, with one byte flipped at as many, and
 // all of that again with unknown sizes.
 TEST(ClusterHeadsTest, FindsWhatTheParsersLoadFinds) {
-  std::vector<Bytes> files = CommittedFiles();
+  std::vector<Bytes> files = InputFiles();
   ASSERT_GE(files.size(), 16u);
   for (const Bytes& file : WrittenLayouts()) files.push_back(file);
   const size_t whole = files.size();
