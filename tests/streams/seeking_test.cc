@@ -155,6 +155,33 @@ TEST(SeekingTest, ASeekThatCannotReadEndsTheStream) {
   EXPECT_TRUE(audio->isEOS());
 }
 
+// A cluster whose Timecode element is hidden as a Void one, as a damaged file may
+// have it: the probe still passes, every seek past the track's first block stops
+// with the parser's status for the cluster's time (video: -1), and reading passes
+// over the cluster.
+TEST(SeekingTest, AClusterWithoutTimeStopsSeeksPastTheFirstBlock) {
+  Bytes bytes = Serialize(MkvFile{
+      {VideoTrack(), AudioTrack()},
+      {Cluster{0, {V(0, true), A(0)}}, Cluster{1000, {V(0, true), A(0)}},
+       Cluster{2000, {V(0, true), A(0)}}}});
+  const Bytes timecode = {0xE7, 0x82, 0x03, 0xE8};  // 1000
+  const auto at = std::search(bytes.begin(), bytes.end(), timecode.begin(), timecode.end());
+  ASSERT_NE(at, bytes.end());
+  *at = 0xEC;
+  OpenedTitle t(WriteTemp(bytes));
+  ASSERT_TRUE(t.ok);
+  KVL::StreamInterface* video = t.opened(0);
+  KVL::StreamInterface* audio = t.opened(1);
+  EXPECT_EQ(ReadChunks(video).size(), 2u);
+  for (unsigned int time : {500u, 2500u}) {
+    EXPECT_EQ(SeekOf(video, time).result, -1);
+    EXPECT_EQ(SeekOf(audio, time).result, mkvparser::E_FILE_FORMAT_INVALID);
+  }
+  EXPECT_EQ(SeekOf(video, 0).actual, 0u);
+  EXPECT_EQ(SeekOf(audio, 0).actual, 0u);
+  EXPECT_EQ(NextStart(audio), 0);
+}
+
 struct CountedBytes {
   Bytes bytes;
   size_t reads = 0;
