@@ -9,6 +9,7 @@
 #include "reader/mkv_reader.h"
 #include "source/chapter_info.h"
 #include "source/title_info.h"
+#include "streams/title_internal.h"
 
 namespace KVL {
 
@@ -44,7 +45,7 @@ MKVSource::~MKVSource() {
 
 size_t MKVSource::parsedClusters() const {
   boost::unique_lock<boost::recursive_mutex> lock(mainTitle->mutex);
-  return mainTitle->clusters.size();
+  return mainTitle->clusters.size() + (segment ? segment->GetCount() : 0);
 }
 
 int MKVSource::getInterface(const vorq_string<char>& name, void** result) {

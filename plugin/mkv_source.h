@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-#include <boost/thread/recursive_mutex.hpp>
-
 #include "mkvparser/mkvparser.h"
 #include "plugin/kvl/container_interface.h"
 #include "plugin/kvl/file_inspector_interface.h"
@@ -17,7 +15,7 @@
 #include "plugin/kvl/remote_file_interface.h"
 #include "plugin/kvl/saved_session.h"
 #include "reader/mkv_reader_interface.h"
-#include "streams/parsed_clusters.h"
+#include "source/cluster_heads.h"
 
 struct _xmlNode;
 
@@ -102,8 +100,8 @@ class MKVSource : public Plugin,
   void processSimpleTag(_xmlNode* node, tagData* tag);
   void cleanMetadata();
 
-  // How many clusters the title's readers hold parsed: bounded, whatever
-  // the file's length.
+  // How many cluster objects the source keeps, the segment's and those the
+  // title's readers hold parsed: bounded, whatever the file's length.
   size_t parsedClusters() const;
 
   bool isClosing() const { return closing != 0; }
@@ -124,6 +122,8 @@ class MKVSource : public Plugin,
   IMkvReader* reader = nullptr;
   mkvparser::EBMLHeader ebmlHeader;
   mkvparser::Segment* segment = nullptr;
+  // The clusters of `segment`, which keeps none itself.
+  ClusterHeads clusterHeads;
   // Segments of earlier probes, kept alive for the pointers into them.
   std::vector<mkvparser::Segment*> retiredSegments;
   const mkvparser::SegmentInfo* segmentInfo = nullptr;
@@ -141,20 +141,6 @@ class MKVSource : public Plugin,
   ReadInterfaces readInterfaces;
   unsigned char closing = 0;
   InspectedFile* inspectedFile = nullptr;
-};
-
-// The record that a source shares with all its track readers; its mutex is
-// the one lock of the source and its streams, which also guards the blocks
-// the readers share.
-struct MKVSource::TitleInternal {
-  explicit TitleInternal(MKVSource* source) : source(source) {}
-
-  boost::recursive_mutex mutex;
-  bool loaded = false;
-  int32_t titleIndex = -1;
-  MKVSource* source;
-  uint32_t references = 1;
-  ParsedClusters clusters;
 };
 
 }  // namespace KVL

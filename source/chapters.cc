@@ -7,6 +7,7 @@
 #include "plugin/mkv_source.h"
 #include "source/chapter_info.h"
 #include "source/title_info.h"
+#include "streams/title_internal.h"
 
 namespace KVL {
 namespace {

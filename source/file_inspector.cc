@@ -10,6 +10,7 @@
 #include "runtime/text/unicode_conversions.h"
 #include "runtime/text/vorq_string.h"
 #include "runtime/text/vorq_string_compare.h"
+#include "streams/title_internal.h"
 
 namespace KVL {
 namespace {

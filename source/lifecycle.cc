@@ -9,6 +9,7 @@
 #include "runtime/paths/path_tools.h"
 #include "source/chapter_info.h"
 #include "source/title_info.h"
+#include "streams/title_internal.h"
 
 namespace KVL {
 

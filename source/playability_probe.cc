@@ -65,15 +65,16 @@ bool MKVSource::canPlay(MediaSource& source, const PlaybackProfile*, void** save
   return true;
 }
 
-// Parses the whole file, clusters included, and sorts its tracks. On failure
-// the reader stays open with what was parsed so far.
+// Parses the file's headers and finds every cluster's head, and sorts its
+// tracks. On failure the reader stays open with what was parsed so far.
 bool MKVSource::parseSegment() {
   long long position = 0;
   if (ebmlHeader.Parse(reader, position) != 0) return false;
   // Tracks and cursors may still point into an earlier segment: keep it.
   if (segment) retiredSegments.push_back(segment);
+  clusterHeads = ClusterHeads();
   if (mkvparser::Segment::CreateInstance(reader, position, segment) != 0) return false;
-  if (segment->Load() != 0) return false;
+  if (clusterHeads.Load(segment) != 0) return false;
 
   segmentInfo = segment->GetInfo();
   segmentDuration = SegmentDuration(*segmentInfo, reader);

@@ -6,6 +6,7 @@
 #include "source/automatic_chapters.h"
 #include "source/chapter_info.h"
 #include "source/title_info.h"
+#include "streams/title_internal.h"
 
 namespace KVL {
 

@@ -1,3 +1,5 @@
+// The audio reader's construction and scan. Writes formatDescriptor, language, country,
+// name, trackType, audioProperties, endOfStream and duration_.
 #include "streams/audio_stream.h"
 
 #include <cmath>

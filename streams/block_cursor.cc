@@ -1,3 +1,4 @@
+// The block cursor's walk. Writes cluster, blocks, entry, frameIndex and walkState.
 #include "streams/mkv_stream.h"
 
 namespace KVL {
@@ -9,11 +10,18 @@ bool IsUsable(const mkvparser::BlockEntry* entry) {
 
 }  // namespace
 
-// Moves by one cluster: the first with none current, else the next one.
+// Moves by one cluster head: the first with none current, else the next one;
+// past the last, the segment's end marker, which stays. The cluster is the
+// reader's parsed one; the last one's blocks go before the next one's are
+// parsed.
 const mkvparser::Cluster* MKVSource::MKVStream::GetCluster() {
   mkvparser::Segment* segment = title->source->segment;
+  if (cluster && cluster->EOS()) return cluster;
+  const size_t next = cluster ? blocks.index() + 1 : 0;
+  blocks.reset();
   if (!segment) return cluster = nullptr;
-  cluster = cluster ? segment->GetNext(cluster) : segment->GetFirst();
+  blocks = title->clusters.Pin(segment, title->source->clusterHeads, next);
+  cluster = blocks.get() ? blocks.get() : &segment->m_eos;
   return cluster;
 }
 
@@ -72,7 +80,7 @@ bool MKVSource::MKVStream::TakeFrameOfBlock(mkvparser::Block::Frame* frame) {
 
 // A usable entry is one of the blocks that the pin holds.
 void MKVSource::MKVStream::NextBlock() {
-  const long status = blocks.get()->GetNext(entry, entry);
+  const long status = cluster->GetNext(entry, entry);
   if (status == 0 && IsUsable(entry)) {
     frameIndex = 0;
     walkState = WalkInBlock;
@@ -93,11 +101,8 @@ void MKVSource::MKVStream::NextCluster() {
   if (EnterCluster()) walkState = WalkInBlock;
 }
 
-// Lets the last cluster's blocks go before the next one's are parsed.
 bool MKVSource::MKVStream::EnterCluster() {
-  blocks.reset();
-  blocks = ClusterPin(title->clusters, cluster);
-  if (blocks.get()->GetFirst(entry) != 0 || !IsUsable(entry)) return false;
+  if (cluster->GetFirst(entry) != 0 || !IsUsable(entry)) return false;
   frameIndex = 0;
   return true;
 }

@@ -1,35 +1,31 @@
+// One hold on a parsed cluster. Writes the pin's cache_ and slot_, and its slot's hold count.
 #include "streams/cluster_pin.h"
 
 #include <utility>
 
 namespace KVL {
 
-ClusterPin::ClusterPin(ParsedClusters& cache, const mkvparser::Cluster* head) {
-  if (!head || head->EOS()) return;
-  parsed_ = cache.Hold(head);
-  cache_ = &cache;
-  head_ = head;
-}
-
 ClusterPin::ClusterPin(ClusterPin&& other) noexcept
-    : cache_(std::exchange(other.cache_, nullptr)),
-      head_(std::exchange(other.head_, nullptr)),
-      parsed_(std::exchange(other.parsed_, nullptr)) {}
+    : cache_(std::exchange(other.cache_, nullptr)), slot_(std::exchange(other.slot_, nullptr)) {}
 
 ClusterPin& ClusterPin::operator=(ClusterPin&& other) noexcept {
   if (this == &other) return *this;
   reset();
   cache_ = std::exchange(other.cache_, nullptr);
-  head_ = std::exchange(other.head_, nullptr);
-  parsed_ = std::exchange(other.parsed_, nullptr);
+  slot_ = std::exchange(other.slot_, nullptr);
   return *this;
 }
 
 void ClusterPin::reset() {
-  if (cache_) cache_->LetGo(head_);
+  if (slot_) cache_->LetGo(slot_);
   cache_ = nullptr;
-  head_ = nullptr;
-  parsed_ = nullptr;
+  slot_ = nullptr;
+}
+
+void ClusterPin::releaseWithoutLock() {
+  ParsedClusters::Slot* slot = std::exchange(slot_, nullptr);
+  cache_ = nullptr;
+  if (slot) slot->holds.fetch_sub(1);
 }
 
 }  // namespace KVL

@@ -1,3 +1,4 @@
+// The exported allocation functions. Write only the caller's buffer.
 #include "streams/jrt_alloc.h"
 
 #include <cstdlib>

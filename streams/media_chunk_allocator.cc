@@ -1,3 +1,4 @@
+// A reader's chunk allocator. Writes bitsPerSample and outstanding_.
 #include "streams/media_chunk_allocator.h"
 
 #include <cstdlib>

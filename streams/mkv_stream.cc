@@ -1,3 +1,6 @@
+// The reader's core: construction, open, close, the accessors, the speed and mode. Writes
+// every member at construction; later source, codecData, defaultDuration, endOfStream,
+// walkState, readSpeed_, readMode_, duration_, and blocks on the way out.
 #include "streams/mkv_stream.h"
 
 #include <cstdio>
@@ -26,11 +29,11 @@ MKVSource::MKVStream::MKVStream(MKVBlockType_t type, TitleInternal* title,
       properties_(properties) {}
 
 MKVSource::MKVStream::~MKVStream() {
-  // The parsed blocks are the title's, shared with readers on other threads.
-  {
-    StreamLock lock(title->mutex);
-    blocks.reset();
-  }
+  // Only the video reader's destructor takes the title's lock, and lets its
+  // cluster go under it; the audio reader's doesn't, so its pin goes by a
+  // single atomic step on the cluster's heap record, which the cache drops
+  // later under the lock. The cache makes and erases records only under it.
+  blocks.releaseWithoutLock();
   // Codec data nobody took would otherwise be lost with the stream.
   releaseCodecData();
   delete allocator;

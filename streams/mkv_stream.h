@@ -8,6 +8,7 @@
 #include "plugin/kvl/stream_interface.h"
 #include "plugin/mkv_source.h"
 #include "streams/cluster_pin.h"
+#include "streams/title_internal.h"
 
 namespace KVL {
 
@@ -15,7 +16,20 @@ namespace KVL {
 // track type.
 enum MKVBlockType_t : uint32_t { kAudioBlocks = 1, kVideoBlocks = 2 };
 
-// States of the block cursor's walk over all clusters and blocks.
+// States of the block cursor's walk over all clusters and blocks. To state,
+// when:
+//   WalkStart        by openStream(); it stays while the first cluster has no
+//                    usable first block.
+//   WalkInBlock      from WalkStart at the first cluster's first block; from
+//                    WalkNextBlock or WalkNextCluster at a usable entry; by a
+//                    seek at its landing entry (landWalk).
+//   WalkNextBlock    from WalkInBlock when the block isn't the track's or has
+//                    no frame left.
+//   WalkNextCluster  from WalkNextBlock at the cluster's end or a bad status;
+//                    it stays over clusters without a usable first block.
+//   WalkEnd          from WalkNextCluster past the last cluster; from
+//                    WalkInBlock at an entry that is gone; by a failed seek and
+//                    a frame that can't be read.
 enum WalkState : uint32_t {
   WalkStart = 0,
   WalkInBlock = 1,
@@ -66,6 +80,9 @@ class MKVSource::MKVStream : public StreamInterface {
   int64_t TicksToNanoseconds(uint32_t ticks) const;
   const char* kindName() const;
   long seekTrack(int64_t timeNs);
+  // Sets the whole walk for a seek's landing: goes on at frame `frame` of
+  // `at`, in the cluster that `blocks` holds, as if nothing were delivered.
+  void landWalk(const mkvparser::BlockEntry* at, int32_t frame);
   void storeDuration();
 
   MKVBlockType_t blockType;
@@ -82,13 +99,13 @@ class MKVSource::MKVStream : public StreamInterface {
   Properties* properties_;
   std::basic_string<unsigned char> name;
   MKVSource* source = nullptr;
-  // The segment's cluster of the walk; its blocks, which `entry` points
-  // into, come from the parsed cluster that `blocks` holds.
+  // The cluster of the walk, which `blocks` holds parsed and `entry` points
+  // into; or the segment's end marker past the last.
   const mkvparser::Cluster* cluster = nullptr;
   ClusterPin blocks;
   const mkvparser::BlockEntry* entry = nullptr;
   int32_t frameIndex = 0;
-  uint32_t walkState = WalkStart;
+  WalkState walkState = WalkStart;
   unsigned long long defaultDuration = 0;
   // The segment's; openTitle() writes it right after construction.
   int64_t timecodeScale = 1000000;

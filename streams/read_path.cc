@@ -1,3 +1,5 @@
+// One read, from the cursor to a chunk. Writes lastBlockTime, lastChunkTime, endOfStream and
+// walkState, and through the cursor cluster, blocks, entry and frameIndex.
 #include <cstdlib>
 #include <new>
 

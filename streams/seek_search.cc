@@ -1,9 +1,13 @@
+// Where a track's seek lands. Writes the caller's result entry and landing pin, and the
+// track's first target.
 #include "streams/seek_search.h"
 
 #include <limits>
 #include <utility>
-#include <vector>
 
+#include "source/cluster_heads.h"
+#include "streams/cluster_pin.h"
+#include "streams/parsed_clusters.h"
 #include "streams/tick_time.h"
 
 namespace KVL {
@@ -13,7 +17,7 @@ using mkvparser::BlockEntry;
 using mkvparser::Cluster;
 
 struct Search {
-  ParsedClusters& parsed;
+  const SegmentClusters& clusters;
   const mkvparser::Track& track;
   bool keyFramesOnly;
   int64_t scale;
@@ -22,8 +26,8 @@ struct Search {
   // parser's Cluster::GetTime multiplies unchecked, and its Block::GetTime
   // gives -1, a time before all others, for one out of range. The cluster's
   // timecode must be a time, not a status.
-  int64_t StartOf(const Cluster* cluster) const {
-    return SaturatedNanoseconds(cluster->GetTimeCode(), scale);
+  int64_t StartOf(size_t index) const {
+    return SaturatedNanoseconds(clusters.heads[index].timecode, scale);
   }
   int64_t TimeOf(const BlockEntry* entry, const Cluster* cluster) const {
     int64_t ticks;
@@ -40,11 +44,13 @@ struct Search {
     return OfTrack(entry) && (!keyFramesOnly || entry->GetBlock()->IsKey());
   }
 
-  // The landing entry among the blocks of the segment's cluster `head`, as
-  // Scan finds it; `*held` then holds the blocks.
-  long InCluster(const Cluster* head, long long timeNs, const BlockEntry** found,
+  // The landing entry among the blocks of cluster `index`, as Scan finds it;
+  // `*held` then holds the blocks.
+  long InCluster(size_t index, long long timeNs, const BlockEntry** found,
                  ClusterPin* held) const {
-    ClusterPin pin(parsed, head);
+    ClusterPin pin = clusters.parsed.Pin(clusters.segment, clusters.heads, index);
+    *found = nullptr;
+    if (!pin.get()) return 0;
     const long status = Scan(pin.get(), timeNs, found);
     if (status == 0 && *found) *held = std::move(pin);
     return status;
@@ -70,58 +76,104 @@ struct Search {
     }
     return status < 0 ? status : 0;
   }
-};
 
-bool Usable(const Cluster* cluster) { return cluster && !cluster->EOS(); }
-
-}  // namespace
-
-long FindSeekEntry(ParsedClusters& parsed, mkvparser::Segment* segment,
-                   const mkvparser::Track& track, long long timeNs, bool keyFramesOnly,
-                   const BlockEntry** result, ClusterPin* landing) {
-  landing->reset();
-  *result = track.GetEOS();
-  if (!segment || !segment->GetInfo()) return 0;
-  const Search search{parsed, track, keyFramesOnly, segment->GetInfo()->GetTimeCodeScale()};
-
-  // The track's first target, and the clusters from its cluster on.
-  std::vector<const Cluster*> clusters;
-  const BlockEntry* first = nullptr;
-  ClusterPin firstHeld;
-  for (const Cluster* cluster = segment->GetFirst(); Usable(cluster);
-       cluster = segment->GetNext(cluster)) {
-    // A cluster that can't give its timecode gives the parser's status.
-    const long long timecode = cluster->GetTimeCode();
-    if (timecode < 0) return static_cast<long>(timecode);
-    if (!first) {
-      const long status = search.InCluster(cluster, -1, &first, &firstHeld);
+  // The track's first target, walking from the first cluster; a cluster
+  // without a timecode stops the walk with its status. A cluster whose blocks
+  // fail to parse stops it too, but isn't remembered: the file may read
+  // better next time.
+  long FindFirst(FirstTarget* first) const {
+    FirstTarget searched;
+    searched.known = true;
+    for (size_t index = 0; index < clusters.heads.size(); ++index) {
+      if (clusters.heads[index].timecode < 0) {
+        searched.status = static_cast<long>(clusters.heads[index].timecode);
+        break;
+      }
+      const BlockEntry* entry = nullptr;
+      ClusterPin held;
+      const long status = InCluster(index, -1, &entry, &held);
       if (status < 0) return status;
-      if (!first) continue;
-      if (timeNs <= search.TimeOf(first, cluster)) {
-        *result = first;
-        *landing = std::move(firstHeld);
+      if (!entry) continue;
+      searched.found = true;
+      searched.index = index;
+      searched.timeNs = TimeOf(entry, held.get());
+      break;
+    }
+    *first = searched;
+    return 0;
+  }
+
+  // One past the last cluster, from `from` on, starting at or before the
+  // time, as a walk from `from` finds it: it stops at the first that starts
+  // later, or with the status of one without a timecode.
+  long CandidatesEnd(size_t from, long long timeNs, size_t* end) const {
+    const size_t count = clusters.heads.size();
+    if (clusters.heads.ordered()) {
+      size_t low = from, high = count;
+      while (low < high) {
+        const size_t middle = low + (high - low) / 2;
+        if (StartOf(middle) > timeNs)
+          high = middle;
+        else
+          low = middle + 1;
+      }
+      *end = low;
+      return 0;
+    }
+    for (size_t index = from; index < count; ++index) {
+      if (index > from && clusters.heads[index].timecode < 0)
+        return static_cast<long>(clusters.heads[index].timecode);
+      if (StartOf(index) > timeNs) {
+        *end = index;
         return 0;
       }
     }
-    // Clusters that start after the time end the search.
-    if (search.StartOf(cluster) > timeNs) break;
-    clusters.push_back(cluster);
+    *end = count;
+    return 0;
   }
-  if (!first) return 0;
-  // The time falls before the start of the first block's cluster.
-  if (clusters.empty()) {
-    *result = first;
-    *landing = std::move(firstHeld);
+};
+
+}  // namespace
+
+long FindSeekEntry(const SegmentClusters& clusters, const mkvparser::Track& track,
+                   long long timeNs, bool keyFramesOnly, FirstTarget* first,
+                   const BlockEntry** result, ClusterPin* landing) {
+  landing->reset();
+  *result = track.GetEOS();
+  if (!clusters.segment || !clusters.segment->GetInfo()) return 0;
+  const Search search{clusters, track, keyFramesOnly,
+                      clusters.segment->GetInfo()->GetTimeCodeScale()};
+  if (!first->known) {
+    const long status = search.FindFirst(first);
+    if (status < 0) return status;
+  }
+  if (first->status < 0) return first->status;
+  if (!first->found) return 0;
+
+  size_t end = first->index;
+  // A time after the first target: the clusters at or before it.
+  if (timeNs > first->timeNs) {
+    const long status = search.CandidatesEnd(first->index, timeNs, &end);
+    if (status < 0) return status;
+  }
+  // The time falls at or before the first target, or before the start of its cluster.
+  if (end == first->index) {
+    const BlockEntry* found = nullptr;
+    ClusterPin held;
+    const long status = search.InCluster(first->index, -1, &found, &held);
+    if (status < 0 || !found) return status;
+    *result = found;
+    *landing = std::move(held);
     return 0;
   }
   const long long within = keyFramesOnly ? timeNs : -1;
   // No limit on the clusters looked through, unlike the parser's own seek,
   // which gives up after 100 clusters without an entry of the track: a sparse
   // track would otherwise find no landing. Each is parsed and let go in turn.
-  for (auto cluster = clusters.rbegin(); cluster != clusters.rend(); ++cluster) {
+  for (size_t index = end; index-- > first->index;) {
     const BlockEntry* found = nullptr;
     ClusterPin held;
-    const long status = search.InCluster(*cluster, within, &found, &held);
+    const long status = search.InCluster(index, within, &found, &held);
     if (status < 0) return status;
     if (found) {
       *result = found;

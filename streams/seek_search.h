@@ -1,27 +1,55 @@
 #ifndef STREAMS_SEEK_SEARCH_H_
 #define STREAMS_SEEK_SEARCH_H_
 
+#include <cstddef>
+#include <cstdint>
+
 #include "mkvparser/mkvparser.h"
-#include "streams/cluster_pin.h"
-#include "streams/parsed_clusters.h"
 
 namespace KVL {
 
+class ClusterHeads;
+class ClusterPin;
+class ParsedClusters;
+
+// Where a track's seeks begin: the cluster of its first target (its first
+// block; on a video track its first key block), found by the first seek and
+// kept on the title, so that a seek on a sparse track doesn't parse every
+// cluster before that one again.
+struct FirstTarget {
+  bool known = false;
+  // The status of a cluster without a timecode before the target; every
+  // seek of the track gives it.
+  long status = 0;
+  bool found = false;  // false: the track has no target
+  size_t index = 0;    // of the target's cluster among the heads
+  int64_t timeNs = 0;  // of the target
+};
+
+// The clusters of the probed segment, parsed through the title's cache.
+struct SegmentClusters {
+  ParsedClusters& parsed;
+  mkvparser::Segment* segment;
+  const ClusterHeads& heads;
+};
+
 // Finds where a seek of `track` to `timeNs` lands, as the parser's own track
 // seek defines it: the track's first entry for a time at or before its first
-// block; otherwise, in the last loaded cluster starting at or before the time
-// that has one, the track's first entry (audio) or its last key block at or
+// block; otherwise, in the last cluster starting at or before the time that
+// has one, the track's first entry (audio) or its last key block at or
 // before the time (video, `keyFramesOnly`); the track's end marker where no
 // cluster has one.
 //
 // The parser's seek asserts on what a file can contain (a time between the
 // first block and its cluster's start, unordered cluster times, a read that
 // fails while entries load). This walks the same clusters through calls that
-// report failure instead, their blocks parsed through `clusters`. Returns 0,
-// or the parser's negative status. `*landing` holds the cluster of a landing
-// entry, and nothing for the end marker.
-long FindSeekEntry(ParsedClusters& clusters, mkvparser::Segment* segment,
-                   const mkvparser::Track& track, long long timeNs, bool keyFramesOnly,
+// report failure instead. Cluster start times come from the heads, found by
+// halving where they never fall. `*first` is the track's, filled by the
+// first search that finds it. Returns 0, or the parser's negative status.
+// `*landing` holds the cluster of a landing entry, and nothing for the end
+// marker.
+long FindSeekEntry(const SegmentClusters& clusters, const mkvparser::Track& track,
+                   long long timeNs, bool keyFramesOnly, FirstTarget* first,
                    const mkvparser::BlockEntry** result, ClusterPin* landing);
 
 }  // namespace KVL

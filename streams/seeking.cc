@@ -1,3 +1,5 @@
+// Seeks of both readers. Write entry, blocks, cluster, frameIndex, walkState, lastBlockTime,
+// endOfStream and (video) source; the title's firstTargets.
 #include <cstdio>
 
 #include <boost/thread/locks.hpp>
@@ -21,8 +23,21 @@ long MKVSource::MKVStream::seekTrack(int64_t timeNs) {
   const mkvparser::Track* track = this->track();
   if (!track) return -1;
   const bool keyFramesOnly = track->GetType() == mkvparser::Track::kVideo;
-  return FindSeekEntry(title->clusters, title->source->segment, *track, timeNs, keyFramesOnly,
-                       &entry, &blocks);
+  const SegmentClusters clusters{title->clusters, title->source->segment,
+                                 title->source->clusterHeads};
+  const long status = FindSeekEntry(clusters, *track, timeNs, keyFramesOnly,
+                                    &title->firstTargets[track], &entry, &blocks);
+  cluster = blocks.get();
+  return status;
+}
+
+void MKVSource::MKVStream::landWalk(const mkvparser::BlockEntry* at, int32_t frame) {
+  cluster = blocks.get();
+  entry = at;
+  frameIndex = frame;
+  walkState = WalkInBlock;
+  lastBlockTime = -1;
+  endOfStream = 0;
 }
 
 int MKVSource::AudioStream::seekStream(unsigned int time, unsigned int* actualTime,
@@ -37,16 +52,13 @@ int MKVSource::AudioStream::seekStream(unsigned int time, unsigned int* actualTi
     if (actualTime) *actualTime = 0;
     return static_cast<int>(status);
   }
-  cluster = blocks.head();
   const auto position = static_cast<uint32_t>(target / timecodeScale);
   std::printf("Audio Stream %d: seeked to %u (requested time: %u)\n", trackIndex, position,
               position);
   std::printf("Audio Stream %d: seeked/scanned to %u (requested time: %u)\n", trackIndex,
               position, position);
   if (actualTime) *actualTime = position;
-  endOfStream = 0;
-  lastBlockTime = -1;
-  walkState = WalkInBlock;
+  landWalk(entry, frameIndex);
   return 0;
 }
 
@@ -55,22 +67,17 @@ int MKVSource::VideoStream::seekStream(unsigned int time, unsigned int* actualTi
   resetStream();
   source = title->source;
   walkState = WalkEnd;
-  if (seekTrack(TicksToNanoseconds(time)) != 0) return -1;
-  cluster = blocks.head();
-  if (!cluster) return -1;
+  if (seekTrack(TicksToNanoseconds(time)) != 0 || !cluster) return -1;
   // The landing point is the first key block of the cluster, of any track.
-  blocks.get()->GetFirst(entry);
+  cluster->GetFirst(entry);
   while (entry && !entry->EOS() && entry->GetBlock() && !entry->GetBlock()->IsKey())
-    blocks.get()->GetNext(entry, entry);
+    cluster->GetNext(entry, entry);
   if (!entry || entry->EOS() || !entry->GetBlock()) return -1;
   const auto position = static_cast<uint32_t>(cluster->GetTimeCode());
   std::printf("Video Stream %d: seeked to %u (requested time: %u)\n", trackIndex, position,
               time);
   if (actualTime) *actualTime = position;
-  endOfStream = 0;
-  lastBlockTime = -1;
-  frameIndex = 0;
-  walkState = WalkInBlock;
+  landWalk(entry, 0);
   return 0;
 }
 

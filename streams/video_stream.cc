@@ -1,3 +1,6 @@
+// The video reader's construction and destruction. Writes formatDescriptor, language,
+// country, trackType, imageProperties and duration_; blocks and auxiliaryTracks on the
+// way out.
 #include "streams/video_stream.h"
 
 #include <cstring>
@@ -101,6 +104,7 @@ void MKVSource::VideoStream::describe(const mkvparser::VideoTrack& track) {
 
 MKVSource::VideoStream::~VideoStream() {
   boost::unique_lock<boost::recursive_mutex> lock(title->mutex);
+  blocks.reset();
   for (const auto& auxiliary : auxiliaryTracks)
     title->source->control->removeStream(auxiliary.first);
   auxiliaryTracks.clear();

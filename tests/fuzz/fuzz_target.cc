@@ -1,11 +1,15 @@
 // libFuzzer's entry: one input is one Matroska file in memory, played through the whole plug-in
 // as an engine drives it: every stream read, sought to times taken from the input and played
-// backwards, all closed. The replay test runs it over every committed input.
+// backwards, all closed; and its clusters found both by the parser's Load and by the probe's own
+// walk, which must agree. The replay test runs it over every committed input.
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
+#include <string>
 
 #include "plugin/kvl/media_buffer.h"
 #include "tests/support/memory_reader.h"
+#include "tests/support/segment_load_check.h"
 #include "tests/support/source_harness.h"
 
 namespace {
@@ -52,6 +56,12 @@ void PlayStream(KVL::StreamInterface* stream, uint32_t first, uint32_t second) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  // The probe's walk over the cluster heads must find what the parser's Load finds.
+  const std::string difference = mkvtest::CompareLoads(data, size).difference;
+  if (!difference.empty()) {
+    std::fprintf(stderr, "%s\n", difference.c_str());
+    std::abort();
+  }
   mkvtest::SourceHarness engine(new mkvtest::MemoryReader(data, size));
   if (!engine.Open("/input.mkv", false)) return 0;
   KVL::MKVSource& source = *engine.source;

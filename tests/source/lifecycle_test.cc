@@ -1,5 +1,6 @@
 #include <libxml/tree.h>
 
+#include "streams/title_internal.h"
 #include "tests/support/media_files.h"
 #include "tests/support/source_harness.h"
 

@@ -2,8 +2,13 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <string>
 
+#include "tests/support/media_files.h"
 #include "tests/support/source_harness.h"
+#include "tests/support/unknown_sizes.h"
 
 namespace mkvtest {
 namespace {
@@ -90,6 +95,30 @@ TEST(ReadPathTest, UnreadableFrameEndsTheStream) {
   EXPECT_EQ(last, 0);
   EXPECT_TRUE(stream->isEOS());
   EXPECT_TRUE(ReadChunks(cut.control.stream(1)).empty());
+}
+
+// A committed file with its segment's and clusters' sizes unknown, as a live
+// muxer writes it, plays the frames ffprobe lists for it, the same as the file.
+TEST(ReadPathTest, UnknownSizesPlayTheSameFrames) {
+  for (const char* name : {"h264_aac", "h264_mp3_laced", "hevc_mp3", "mpeg4_aac", "sample"}) {
+    SCOPED_TRACE(name);
+    std::ifstream in(MediaPath(name), std::ios::binary);
+    const Bytes bytes{std::istreambuf_iterator<char>(in), {}};
+    OpenedTitle written(MediaPath(name));
+    OpenedTitle unknown(WriteTemp(WithUnknownSizes(bytes)));
+    ASSERT_TRUE(written.ok && unknown.ok);
+    const std::vector<CsvRow> packets = ReadFacts(name, "packets");
+    for (size_t stream = 0; stream < 2; ++stream) {
+      std::vector<size_t> listed;
+      for (const CsvRow& packet : packets)
+        if (packet[0] == std::to_string(stream)) listed.push_back(std::stoul(packet[2]));
+      const std::vector<Chunk> chunks = ReadChunks(unknown.opened(stream));
+      std::vector<size_t> sizes;
+      for (const Chunk& chunk : chunks) sizes.push_back(chunk.bytes.size());
+      EXPECT_EQ(sizes, listed);
+      EXPECT_EQ(chunks, ReadChunks(written.opened(stream)));
+    }
+  }
 }
 
 }  // namespace

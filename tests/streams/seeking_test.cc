@@ -5,7 +5,9 @@
 #include <vector>
 
 #include "tests/support/media_files.h"
+#include "tests/support/memory_reader.h"
 #include "tests/support/source_harness.h"
+#include "tests/support/unknown_sizes.h"
 
 namespace mkvtest {
 namespace {
@@ -102,7 +104,8 @@ TEST(SeekingTest, AudioSeekReportsTheRequestedTime) {
 // Rows: time, where the video seek lands (-1: it fails, `actual` untouched), where
 // video and audio go on (-1: the end). Layouts the parser's own track seek aborts on:
 // a block before its cluster's start, clusters out of order; and a cluster start
-// whose nanoseconds pass 64 bits (unchecked, it would wrap to 0.45 ms).
+// whose nanoseconds pass 64 bits (unchecked, it would wrap to 0.45 ms). Each file
+// also with its sizes unknown.
 TEST(SeekingTest, WhereReadingGoesOnAfterASeek) {
   struct Case {
     std::vector<Cluster> clusters;
@@ -122,8 +125,9 @@ TEST(SeekingTest, WhereReadingGoesOnAfterASeek) {
       {{Cluster{0, {V(0, true), A(0)}}, Cluster{18446744073710, {V(0, true), A(0)}}},
        {{1500, 0, 0, 0}}},
   };
-  for (const Case& c : cases) {
-    OpenedTitle t(WriteAv(c.clusters));
+  for (const Case& c : cases) for (bool unknown : {false, true}) {
+    const Bytes bytes = Serialize(MkvFile{{VideoTrack(), AudioTrack()}, c.clusters});
+    OpenedTitle t(WriteTemp(unknown ? WithUnknownSizes(bytes) : bytes));
     ASSERT_TRUE(t.ok);
     KVL::StreamInterface* video = t.opened(0);
     KVL::StreamInterface* audio = t.opened(1);
@@ -149,6 +153,76 @@ TEST(SeekingTest, ASeekThatCannotReadEndsTheStream) {
   EXPECT_EQ(seek.actual, 0u);
   EXPECT_EQ(NextStart(audio), -1);
   EXPECT_TRUE(audio->isEOS());
+}
+
+// A cluster whose Timecode element is hidden as a Void one, as a damaged file may
+// have it: the probe still passes, every seek past the track's first block stops
+// with the parser's status for the cluster's time (video: -1), and reading passes
+// over the cluster.
+TEST(SeekingTest, AClusterWithoutTimeStopsSeeksPastTheFirstBlock) {
+  Bytes bytes = Serialize(MkvFile{
+      {VideoTrack(), AudioTrack()},
+      {Cluster{0, {V(0, true), A(0)}}, Cluster{1000, {V(0, true), A(0)}},
+       Cluster{2000, {V(0, true), A(0)}}}});
+  const Bytes timecode = {0xE7, 0x82, 0x03, 0xE8};  // 1000
+  const auto at = std::search(bytes.begin(), bytes.end(), timecode.begin(), timecode.end());
+  ASSERT_NE(at, bytes.end());
+  *at = 0xEC;
+  OpenedTitle t(WriteTemp(bytes));
+  ASSERT_TRUE(t.ok);
+  KVL::StreamInterface* video = t.opened(0);
+  KVL::StreamInterface* audio = t.opened(1);
+  EXPECT_EQ(ReadChunks(video).size(), 2u);
+  for (unsigned int time : {500u, 2500u}) {
+    EXPECT_EQ(SeekOf(video, time).result, -1);
+    EXPECT_EQ(SeekOf(audio, time).result, mkvparser::E_FILE_FORMAT_INVALID);
+  }
+  EXPECT_EQ(SeekOf(video, 0).actual, 0u);
+  EXPECT_EQ(SeekOf(audio, 0).actual, 0u);
+  EXPECT_EQ(NextStart(audio), 0);
+}
+
+struct CountedBytes {
+  Bytes bytes;
+  size_t reads = 0;
+};
+// A title in memory whose reads are counted.
+struct CountedTitle : CountedBytes, SourceHarness {
+  explicit CountedTitle(std::vector<Cluster> clusters)
+      : CountedBytes{Serialize(MkvFile{{VideoTrack(), AudioTrack()}, std::move(clusters)})},
+        SourceHarness(new MemoryReader(bytes.data(), bytes.size(), &reads)),
+        ok(Open("/counted.mkv")) {}
+  // The reads of one seek of `stream`.
+  size_t ReadsOfSeek(KVL::StreamInterface* stream, unsigned int time) {
+    const size_t before = reads;
+    SeekOf(stream, time);
+    return reads - before;
+  }
+  const bool ok;
+};
+
+// Cluster times come from the probe's heads: a seek reads the cluster it lands in
+// and no head on the way, so seeking far costs what seeking near does. A track
+// whose first block comes late is searched for once.
+TEST(SeekingTest, ASeekReadsOnlyWhereItLands) {
+  constexpr unsigned int kClusters = 3000;
+  std::vector<Cluster> clusters;
+  for (unsigned int i = 0; i < kClusters; ++i) {
+    clusters.push_back(Cluster{i * 1000ull, {V(0, true), V(500, false)}});
+    if (i >= kClusters - 100) clusters.back().blocks.push_back(A(0));
+  }
+  CountedTitle t(clusters);
+  ASSERT_TRUE(t.ok);
+  KVL::StreamInterface* video = t.opened(0);
+  KVL::StreamInterface* audio = t.opened(1);
+  const size_t near = t.ReadsOfSeek(video, 10700);
+  const size_t far = t.ReadsOfSeek(video, 2990700);
+  EXPECT_GT(near, 0u);
+  EXPECT_LE(far, near);
+  EXPECT_EQ(NextStart(video), 2990000);
+  EXPECT_GT(t.ReadsOfSeek(audio, 2950000), kClusters - 100);  // once, up to the first block
+  EXPECT_LE(t.ReadsOfSeek(audio, 2960000), near);
+  EXPECT_EQ(NextStart(audio), 2960000);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // A file held in memory as the source's file, with the file reader's
-// answers; it doesn't own the bytes.
+// answers; it doesn't own the bytes. It counts its reads into `*reads` if given.
 #ifndef MKVSOURCE_TESTS_SUPPORT_MEMORY_READER_H_
 #define MKVSOURCE_TESTS_SUPPORT_MEMORY_READER_H_
 
@@ -13,12 +13,13 @@ namespace mkvtest {
 
 class MemoryReader : public KVL::IMkvReader {
  public:
-  MemoryReader(const uint8_t* data, size_t size)
-      : data_(data), size_(static_cast<long long>(size)) {}
+  MemoryReader(const uint8_t* data, size_t size, size_t* reads = nullptr)
+      : data_(data), size_(static_cast<long long>(size)), reads_(reads) {}
 
   int Open(const char*) override { return open_ ? -1 : (open_ = true, 0); }
   void Close() override { open_ = false; }
   int Read(long long position, long length, unsigned char* buffer) override {
+    if (reads_) ++*reads_;
     if (!open_ || position < 0 || length < 0) return -1;
     if (length == 0) return 0;
     if (position >= size_) return -1;
@@ -36,6 +37,7 @@ class MemoryReader : public KVL::IMkvReader {
  private:
   const uint8_t* data_;
   long long size_;
+  size_t* reads_;
   bool open_ = false;
 };
 
