@@ -21,6 +21,7 @@ struct Search {
   const mkvparser::Track& track;
   bool keyFramesOnly;
   int64_t scale;
+  std::vector<bool>& withoutTarget;
 
   // Times of the file in nanoseconds, bounded rather than wrapped: the
   // parser's Cluster::GetTime multiplies unchecked, and its Block::GetTime
@@ -45,20 +46,26 @@ struct Search {
   }
 
   // The landing entry among the blocks of cluster `index`, as Scan finds it;
-  // `*held` then holds the blocks.
+  // `*held` then holds the blocks. A cluster once looked through whole
+  // without a target isn't parsed again.
   long InCluster(size_t index, long long timeNs, const BlockEntry** found,
                  ClusterPin* held) const {
-    ClusterPin pin = clusters.parsed.Pin(clusters.segment, clusters.heads, index);
     *found = nullptr;
+    if (withoutTarget[index]) return 0;
+    ClusterPin pin = clusters.parsed.Pin(clusters.segment, clusters.heads, index);
     if (!pin.get()) return 0;
-    const long status = Scan(pin.get(), timeNs, found);
+    bool whole = false;
+    const long status = Scan(pin.get(), timeNs, found, &whole);
     if (status == 0 && *found) *held = std::move(pin);
+    if (status == 0 && whole && !*found) withoutTarget[index] = true;
     return status;
   }
 
   // The cluster's landing entry: the first target, or with `timeNs` at 0 or
   // above the last target at or before it. Null where there is none.
-  long Scan(const Cluster* cluster, long long timeNs, const BlockEntry** found) const {
+  // `*whole` tells whether every block was looked at.
+  long Scan(const Cluster* cluster, long long timeNs, const BlockEntry** found,
+            bool* whole) const {
     *found = nullptr;
     const BlockEntry* entry = nullptr;
     long status = cluster->GetFirst(entry);
@@ -74,6 +81,7 @@ struct Search {
       }
       status = cluster->GetNext(entry, entry);
     }
+    *whole = status == 0;
     return status < 0 ? status : 0;
   }
 
@@ -136,13 +144,15 @@ struct Search {
 }  // namespace
 
 long FindSeekEntry(const SegmentClusters& clusters, const mkvparser::Track& track,
-                   long long timeNs, bool keyFramesOnly, FirstTarget* first,
+                   long long timeNs, bool keyFramesOnly, TrackSeeks* seeks,
                    const BlockEntry** result, ClusterPin* landing) {
   landing->reset();
   *result = track.GetEOS();
   if (!clusters.segment || !clusters.segment->GetInfo()) return 0;
+  seeks->withoutTarget.resize(clusters.heads.size());
   const Search search{clusters, track, keyFramesOnly,
-                      clusters.segment->GetInfo()->GetTimeCodeScale()};
+                      clusters.segment->GetInfo()->GetTimeCodeScale(), seeks->withoutTarget};
+  FirstTarget* first = &seeks->first;
   if (!first->known) {
     const long status = search.FindFirst(first);
     if (status < 0) return status;

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "mkvparser/mkvparser.h"
 
@@ -26,6 +27,14 @@ struct FirstTarget {
   int64_t timeNs = 0;  // of the target
 };
 
+// What a track's seeks have learnt of the file, kept on the title: where
+// they begin, and the clusters looked through whole without a target, which
+// an engine that scrubs a sparse track would otherwise parse at every seek.
+struct TrackSeeks {
+  FirstTarget first;
+  std::vector<bool> withoutTarget;  // by cluster index; empty until a seek
+};
+
 // The clusters of the probed segment, parsed through the title's cache.
 struct SegmentClusters {
   ParsedClusters& parsed;
@@ -44,12 +53,12 @@ struct SegmentClusters {
 // first block and its cluster's start, unordered cluster times, a read that
 // fails while entries load). This walks the same clusters through calls that
 // report failure instead. Cluster start times come from the heads, found by
-// halving where they never fall. `*first` is the track's, filled by the
-// first search that finds it. Returns 0, or the parser's negative status.
+// halving where they never fall. `*seeks` is the track's, filled in as the
+// searches learn. Returns 0, or the parser's negative status.
 // `*landing` holds the cluster of a landing entry, and nothing for the end
 // marker.
 long FindSeekEntry(const SegmentClusters& clusters, const mkvparser::Track& track,
-                   long long timeNs, bool keyFramesOnly, FirstTarget* first,
+                   long long timeNs, bool keyFramesOnly, TrackSeeks* seeks,
                    const mkvparser::BlockEntry** result, ClusterPin* landing);
 
 }  // namespace KVL

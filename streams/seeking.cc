@@ -1,5 +1,5 @@
 // Seeks of both readers. Write entry, blocks, cluster, frameIndex, walkState, lastBlockTime,
-// endOfStream and (video) source; the title's firstTargets.
+// endOfStream and (video) source; the title's trackSeeks.
 #include <cstdio>
 
 #include <boost/thread/locks.hpp>
@@ -26,7 +26,7 @@ long MKVSource::MKVStream::seekTrack(int64_t timeNs) {
   const SegmentClusters clusters{title->clusters, title->source->segment,
                                  title->source->clusterHeads};
   const long status = FindSeekEntry(clusters, *track, timeNs, keyFramesOnly,
-                                    &title->firstTargets[track], &entry, &blocks);
+                                    &title->trackSeeks[track], &entry, &blocks);
   cluster = blocks.get();
   return status;
 }

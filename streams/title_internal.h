@@ -25,8 +25,8 @@ struct MKVSource::TitleInternal {
   MKVSource* source;
   uint32_t references = 1;
   ParsedClusters clusters;
-  // Where each track's seeks begin, by track: each segment's tracks are its own.
-  std::map<const mkvparser::Track*, FirstTarget> firstTargets;
+  // What each track's seeks have learnt, by track: each segment's tracks are its own.
+  std::map<const mkvparser::Track*, TrackSeeks> trackSeeks;
 };
 
 }  // namespace KVL

@@ -225,5 +225,26 @@ TEST(SeekingTest, ASeekReadsOnlyWhereItLands) {
   EXPECT_EQ(NextStart(audio), 2960000);
 }
 
+// A sparse track: a seek looks back through the clusters since the track's last
+// block once; seeks after it, there or nearer that block, parse none of them again.
+TEST(SeekingTest, ASparseTrackIsLookedBackThroughOnce) {
+  constexpr unsigned int kClusters = 1200;
+  std::vector<Cluster> clusters;
+  for (unsigned int i = 0; i < kClusters; ++i) {
+    clusters.push_back(Cluster{i * 1000ull, {V(0, true)}});
+    if (i % 500 == 0) clusters.back().blocks.push_back(A(0));
+  }
+  CountedTitle t(clusters);
+  ASSERT_TRUE(t.ok);
+  KVL::StreamInterface* audio = t.opened(1);
+  KVL::StreamInterface* video = t.opened(0);
+  const size_t landing = t.ReadsOfSeek(video, 1000000);
+  EXPECT_GT(t.ReadsOfSeek(audio, 1190000), 150u);
+  for (unsigned int time : {1190000u, 1100000u, 1000500u})
+    EXPECT_LE(t.ReadsOfSeek(audio, time), landing) << time;
+  EXPECT_EQ(NextStart(audio), 1000000);
+  EXPECT_GT(t.ReadsOfSeek(audio, 999000), 150u);  // clusters 501-999, not yet looked at
+}
+
 }  // namespace
 }  // namespace mkvtest
