@@ -27,6 +27,12 @@ TEST_F(InspectorTest, ReportsTheSizeOfTheFileNamedByUri) {
   const std::string path = WriteTemp(Bytes(1234, 1));
   EXPECT_EQ(0u, OpenFile(FileUri(path)) + OpenFile(FileUri(path)));
   EXPECT_EQ(1234u, Size());
+  unsigned long long untouched = 7;  // the other queries answer 0 and write nothing
+  EXPECT_EQ(0, source->closeFile() + source->getDuration(0, untouched) +
+                   source->getFileSize(&untouched));
+  EXPECT_EQ(-1, source->getFileSize(nullptr));
+  EXPECT_EQ(7u, untouched);
+  EXPECT_EQ(1234u, Size());  // closeFile keeps the file
   EXPECT_EQ(0u, OpenFile("FILE://" + WriteTemp(Bytes(10, 1))));
   for (const char* bad : {"/tmp/bare.mkv", "http://example.invalid/a.mkv"}) {
     EXPECT_EQ(0x80800001u, OpenFile(bad)) << bad;
