@@ -6,6 +6,7 @@
 #include <boost/thread/locks.hpp>
 
 #include "plugin/interface_names.h"
+#include "plugin/kvl/result_codes.h"
 #include "reader/mkv_reader.h"
 #include "source/chapter_info.h"
 #include "source/title_info.h"
@@ -49,7 +50,7 @@ size_t MKVSource::parsedClusters() const {
 }
 
 int MKVSource::getInterface(const vorq_string<char>& name, void** result) {
-  if (!result) return 3;
+  if (!result) return kNoSuchInterface;
   *result = nullptr;
   if (name == kContainerInterfaceName) {
     *result = static_cast<ContainerInterface*>(this);
@@ -59,7 +60,7 @@ int MKVSource::getInterface(const vorq_string<char>& name, void** result) {
     *result = static_cast<FileInspectorInterface*>(this);
     return 0;
   }
-  return 3;
+  return kNoSuchInterface;
 }
 
 // Doesn't free a document that may stand there: the engine calls this

@@ -28,6 +28,17 @@ namespace KVL {
 // end), the parser's `segment`, `mainTitle`, the records in `titles` and
 // `chapters` (deleted by close()), the metadata document (freed by close())
 // and `inspectedFile`. Stream objects are the engine's from addStream() on.
+//
+// Locking: `mainTitle->mutex` is the one lock of a source and its streams.
+// open(), close(), openTitle(), closeTitle(), playFirstTitle(), getFileSize()
+// and getBufferingProgress() hold it for their whole length, the file reads
+// and the calls into the engine included. It is recursive because the engine
+// comes back on the same thread: into openTitle() from playFirstTitle()'s
+// request, into the VideoStream destructor from closeTitle()'s removeStream().
+// canPlay(), closeSavedSession(), init(), getInterface(), the title and
+// chapter queries and the inspector take no lock: the engine doesn't run them
+// at the same time as an operation that changes what they read. Which stream
+// operations take it is told in MKVStream.
 class MKVSource : public Plugin,
                   public ContainerInterface,
                   public MediaInterface,

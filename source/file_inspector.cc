@@ -5,6 +5,7 @@
 
 #include <boost/thread/locks.hpp>
 
+#include "plugin/kvl/result_codes.h"
 #include "plugin/mkv_source.h"
 #include "runtime/paths/path_tools.h"
 #include "runtime/text/unicode_conversions.h"
@@ -34,7 +35,7 @@ OwnedText ToVorQString(const vorq_string<unsigned char>& path) {
 
 unsigned int MKVSource::openFile(const vorq_string<unsigned char>& fileUri) {
   vorq_string<unsigned char> path;
-  if (PathTools::URIToSystemFilePath(fileUri, path) != 0) return PathTools::kNotAFilePath;
+  if (PathTools::URIToSystemFilePath(fileUri, path) != 0) return kUriNotAFilePath;
   OwnedText text = ToVorQString(path);
   if (inspectedFile && VorQStringLen(inspectedFile->path) == VorQStringLen(text.get()) &&
       VorQStringCmp(inspectedFile->path, text.get()) == 0) {
@@ -72,7 +73,7 @@ int MKVSource::getDuration(unsigned long, unsigned long long&) { return 0; }
 
 int MKVSource::getFileSize(unsigned long long* size) {
   SourceLock lock(mainTitle->mutex);
-  return size ? 0 : -1;
+  return size ? 0 : kFailed;
 }
 
 int MKVSource::getBufferingProgress() {

@@ -4,6 +4,7 @@
 
 #include <boost/thread/locks.hpp>
 
+#include "plugin/kvl/result_codes.h"
 #include "plugin/kvl/saved_session.h"
 #include "plugin/mkv_source.h"
 #include "runtime/paths/path_tools.h"
@@ -17,20 +18,20 @@ using SourceLock = boost::unique_lock<boost::recursive_mutex>;
 
 // Publishing needs the engine's control object, which init() delivers.
 int MKVSource::open(const MediaSource& source) {
-  if (!control) return -1;
+  if (!control) return kFailed;
   SourceLock lock(mainTitle->mutex);
-  return openInternal(&source, nullptr) && loadInternal() ? 0 : -1;
+  return openInternal(&source, nullptr) && loadInternal() ? 0 : kFailed;
 }
 
 int MKVSource::open(void* session) {
   // The engine always passes the session that canPlay() made.
-  if (!session) return -1;
+  if (!session) return kFailed;
   if (!control) {
     delete static_cast<SavedSession*>(session);
-    return -1;
+    return kFailed;
   }
   SourceLock lock(mainTitle->mutex);
-  return openInternal(nullptr, static_cast<SavedSession*>(session)) && loadInternal() ? 0 : -1;
+  return openInternal(nullptr, static_cast<SavedSession*>(session)) && loadInternal() ? 0 : kFailed;
 }
 
 bool MKVSource::openInternal(const MediaSource* source, SavedSession* session) {

@@ -5,6 +5,7 @@
 #include <boost/thread/locks.hpp>
 
 #include "plugin/kvl/control_interface.h"
+#include "plugin/kvl/result_codes.h"
 #include "plugin/mkv_source.h"
 #include "source/title_info.h"
 #include "streams/audio_stream.h"
@@ -35,7 +36,7 @@ unsigned long long MKVSource::addReader(MKVStream* reader) {
 // enabled.
 int MKVSource::openTitle(unsigned long long uid) {
   const auto title = titles.find(uid);
-  if (title == titles.end() || !control) return -1;
+  if (title == titles.end() || !control) return kFailed;
   SourceLock lock(mainTitle->mutex);
   mainTitle->titleIndex = static_cast<int32_t>(title->second->index);
 
@@ -48,7 +49,7 @@ int MKVSource::openTitle(unsigned long long uid) {
   unsigned long long audioUID = 0;
   if (!audioTracks.empty()) audioUID = addReader(new AudioStream(mainTitle, kAudioTrackPosition));
 
-  if (!videoTracks.empty() && control->enableStream(videoUID, 1) != 0) return -1;
+  if (!videoTracks.empty() && control->enableStream(videoUID, 1) != 0) return kFailed;
   if (!audioTracks.empty()) control->enableStream(audioUID, 1);
 
   for (unsigned long long streamUID : openStreams) {

@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "plugin/kvl/result_codes.h"
+
 namespace {
 
 constexpr char kDialoguePrefix[] = "Dialogue: ";
@@ -22,9 +24,9 @@ unsigned char* Grow(unsigned char* block, unsigned int size, size_t prefix, size
 }
 
 int Allocate(unsigned char** buffer, unsigned int size, size_t suffix) {
-  if (!buffer || size == 0) return -1;
+  if (!buffer || size == 0) return KVL::kFailed;
   *buffer = Grow(*buffer, size, 0, suffix);
-  return *buffer ? 0 : -1;
+  return *buffer ? 0 : KVL::kFailed;
 }
 
 }  // namespace
@@ -34,12 +36,12 @@ int JRTOverlayAlloc(unsigned char** buffer, unsigned int size) { return Allocate
 int JRTAudioAlloc(unsigned char** buffer, unsigned int size) { return Allocate(buffer, size, 0); }
 
 int JRTOverlayAllocSSA(unsigned char** buffer, unsigned int size) {
-  if (!buffer || size == 0) return -1;
+  if (!buffer || size == 0) return KVL::kFailed;
   unsigned char* block = *buffer ? *buffer - kPrefixBytes : nullptr;
   block = Grow(block, size, kPrefixBytes, 1);
   if (!block) {
     *buffer = nullptr;
-    return -1;
+    return KVL::kFailed;
   }
   std::memcpy(block, kDialoguePrefix, kPrefixBytes);
   *buffer = block + kPrefixBytes;

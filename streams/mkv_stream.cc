@@ -11,6 +11,7 @@
 #include <boost/thread/locks.hpp>
 
 #include "plugin/kvl/control_interface.h"
+#include "plugin/kvl/result_codes.h"
 #include "streams/media_chunk_allocator.h"
 #include "streams/tick_time.h"
 
@@ -157,7 +158,7 @@ int MKVSource::MKVStream::resetStream() {
 int MKVSource::MKVStream::getSyncPoint(int direction, unsigned int time,
                                        unsigned int* syncPoint) {
   StreamLock lock(title->mutex);
-  if (!syncPoint) return static_cast<int>(0x80100001);
+  if (!syncPoint) return kNullSyncPoint;
   *syncPoint = time;
   if (time == 0) {
     std::printf("%s Stream %d: assumed zero sync point\n", kindName(), trackIndex);

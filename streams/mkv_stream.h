@@ -43,6 +43,15 @@ enum WalkState : uint32_t {
 // one. The engine owns the object from addStream() on; every chunk must have
 // come back through its allocator before the stream is destroyed. Codec data
 // belongs to the stream until getCodecData() hands it over.
+//
+// Locking: the title's mutex, shared with the source and the title's other
+// streams. The constructors, openStream(), readStream(), seekStream(),
+// resetStream() and getSyncPoint() hold it for their whole length, the file
+// read included, so that one thread at a time walks the parser and the
+// reader; seekStream() calls resetStream() under it. Of the destructors only
+// VideoStream's takes it, to give its auxiliary tracks back to the engine.
+// closeStream(), getCodecData(), setReadSpeed(), setReadMode(), scanStream(),
+// info() and the accessors take none: the engine calls them between reads.
 class MKVSource::MKVStream : public StreamInterface {
  public:
   MKVStream(MKVBlockType_t type, TitleInternal* title, unsigned int trackIndex,

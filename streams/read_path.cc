@@ -5,6 +5,7 @@
 
 #include <boost/thread/locks.hpp>
 
+#include "plugin/kvl/result_codes.h"
 #include "streams/media_chunk_allocator.h"
 #include "streams/mkv_stream.h"
 
@@ -15,7 +16,7 @@ int MKVSource::MKVStream::readStream(MediaChunk** chunk) {
   *chunk = nullptr;
   boost::unique_lock<boost::recursive_mutex> lock(title->mutex);
   // One frame per open or seek: a block has gone out since then.
-  if (readMode_ == kReadOnePerSeek && lastBlockTime >= 0) return -8;
+  if (readMode_ == kReadOnePerSeek && lastBlockTime >= 0) return kReadNothingUntilSeek;
 
   mkvparser::Block::Frame frame;
   if (!GetFrame(&frame)) {

@@ -67,12 +67,12 @@ int MKVSource::VideoStream::seekStream(unsigned int time, unsigned int* actualTi
   resetStream();
   source = title->source;
   walkState = WalkEnd;
-  if (seekTrack(TicksToNanoseconds(time)) != 0 || !cluster) return -1;
+  if (seekTrack(TicksToNanoseconds(time)) != 0 || !cluster) return kFailed;
   // The landing point is the first key block of the cluster, of any track.
   cluster->GetFirst(entry);
   while (entry && !entry->EOS() && entry->GetBlock() && !entry->GetBlock()->IsKey())
     cluster->GetNext(entry, entry);
-  if (!entry || entry->EOS() || !entry->GetBlock()) return -1;
+  if (!entry || entry->EOS() || !entry->GetBlock()) return kFailed;
   const auto position = static_cast<uint32_t>(cluster->GetTimeCode());
   std::printf("Video Stream %d: seeked to %u (requested time: %u)\n", trackIndex, position,
               time);

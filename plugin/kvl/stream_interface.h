@@ -8,6 +8,7 @@
 #include "plugin/kvl/format_descriptor.h"
 #include "plugin/kvl/media_buffer.h"
 #include "plugin/kvl/properties.h"
+#include "plugin/kvl/result_codes.h"
 #include "plugin/kvl/text.h"
 
 namespace KVL {
@@ -18,8 +19,6 @@ enum StreamReadMode : int { kReadSequential = 1, kReadOnePerSeek = 2 };
 enum StreamType : unsigned int { kStreamVideo = 272, kStreamAudio = 288 };
 
 constexpr int kReadSpeedNormal = 1000;
-// readStream() in read mode 2 once a chunk has gone out since the last seek.
-constexpr int kReadNothingUntilSeek = -8;
 
 // Base of every track reader. Times are timecode ticks.
 class KVL_API StreamInterface {

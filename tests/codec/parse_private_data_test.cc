@@ -109,4 +109,51 @@ TEST(ParsePrivateDataTest, InitRefusesBadRecordsAndClearsBeforeAParse) {
   EXPECT_EQ(0, p.profile_idc);
 }
 
+// The fields from the set's id to the end, in the order the syntax reads them.
+std::vector<uint64_t> FieldsInOrder(const ParsePrivateData& p) {
+  return {p.seq_parameter_set_id, p.log2_max_frame_num_minus4, p.pic_order_cnt_type,
+          p.max_num_ref_frames, p.pic_width_in_mbs_minus1, p.frame_mbs_only_flag,
+          p.direct_8x8_inference_flag, p.vui_parameters_present_flag,
+          p.aspect_ratio_info_present_flag, p.aspect_ratio_idc, p.sar_width, p.sar_height,
+          p.overscan_info_present_flag, p.overscan_appropriate_flag,
+          p.video_signal_type_present_flag, p.video_format, p.video_full_range_flag,
+          p.colour_description_present_flag, p.colour_primaries, p.matrix_coefficients,
+          p.chroma_loc_info_present_flag, p.chroma_sample_loc_type_bottom_field,
+          p.timing_info_present_flag, p.num_units_in_tick, p.time_scale,
+          p.fixed_frame_rate_flag, p.nal_hrd_parameters_present_flag, p.nalHrd.bit_rate_scale,
+          p.nalHrd.time_offset_length, p.vcl_hrd_parameters_present_flag,
+          p.pic_struct_present_flag, p.bitstream_restriction_flag, p.max_dec_frame_buffering};
+}
+
+// A set cut anywhere keeps the fields before the cut and reads none behind
+// it, though the bits left of the field cut in two would make a later flag.
+// The sets differ in length ahead of the VUI, so each field is cut at every
+// bit within a byte.
+TEST(ParsePrivateDataTest, ACutSetReadsNothingBehindTheCut) {
+  for (unsigned int id : {0, 1, 3, 7}) {
+    for (unsigned int overscan : {0, 1}) {
+      BitWriter w;
+      w.Byte(66).Byte(0).Byte(30).UE(id).UE(6).UE(2).UE(13).Bits(0, 1).UE(21).UE(17);
+      w.Bits(1, 1).Bits(1, 1).Bits(0, 1).Bits(1, 1).Bits(1, 1).Bits(255, 8).Bits(0xFFFF, 16);
+      w.Bits(0xFFFF, 16).Bits(overscan, 1).Bits(1, overscan).Bits(1, 1).Bits(5, 3).Bits(1, 1);
+      w.Bits(1, 1).Bits(0xFF, 8).Bits(0xFF, 8).Bits(0xFF, 8).Bits(1, 1).UE(5).UE(5).Bits(1, 1);
+      w.Bits(0xFFFFFFFF, 32).Bits(0xFFFFFFFF, 32).Bits(1, 1).Bits(1, 1).UE(0).Bits(15, 4);
+      w.Bits(15, 4).UE(30).UE(30).Bits(1, 1).Bits(0xFFFFF, 20).Bits(0, 1).Bits(1, 1).Bits(1, 1);
+      w.Bits(1, 1).UE(2).UE(1).UE(16).UE(15).UE(2).UE(4);
+      ParsePrivateData whole;
+      Parse(whole, w.bytes());
+      const std::vector<uint64_t> expected = FieldsInOrder(whole);
+      ASSERT_EQ(4u, expected.back());
+      ForEachPrefix(w.bytes(), [&](unsigned char* data, unsigned int size) {
+        ParsePrivateData cut;
+        cut.AVCParseSPS(data, size);
+        const std::vector<uint64_t> read = FieldsInOrder(cut);
+        size_t i = 0;
+        while (i < read.size() && read[i] == expected[i]) ++i;
+        for (; i < read.size(); ++i) EXPECT_EQ(0u, read[i]) << "field " << i << " of " << size;
+      });
+    }
+  }
+}
+
 }  // namespace

@@ -105,4 +105,15 @@ TEST(MemoryArena, CreateChecksItsDescriptorAndANullArenaIsHarmless) {
   }
 }
 
+// A null address, on either side of a copy, does nothing and is given back.
+TEST(MemoryArena, SetAndCopyPassOverANullAddress) {
+  uint8_t bytes[4] = {1, 2, 3, 4};
+  EXPECT_EQ(bytes, MemorySet(bytes, 9, 2));
+  EXPECT_EQ(bytes, MemoryCopy(bytes, bytes + 2, 2));
+  EXPECT_EQ(bytes, MemoryCopy(bytes, nullptr, 4));
+  EXPECT_EQ(nullptr, MemoryCopy(nullptr, bytes, 4));
+  EXPECT_EQ(nullptr, MemorySet(nullptr, 0, 4));
+  EXPECT_EQ(0, memcmp("\x03\x04\x03\x04", bytes, 4));
+}
+
 }  // namespace

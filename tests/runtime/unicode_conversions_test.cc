@@ -26,7 +26,16 @@ TEST(UTF8ToISO10646, GoesByTheLeadByteAndRepeatsTheLastCodePointForStrayBytes) {
     EXPECT_EQ(c.consumed, UTF8StringToISO646Char(c.text.data(), 0, &code_point));
     EXPECT_EQ(c.code_point, code_point);
   }
-  EXPECT_EQ(-2, UTF8StringToISO646Char(nullptr, 0, nullptr));
+  uint32_t code_point = kUnset;
+  const unsigned char a8[] = "a";
+  const uint16_t a16[] = {'a', 0};
+  EXPECT_EQ(-6, UTF8StringToISO646Char(nullptr, 0, &code_point) +
+                    UTF8StringToISO646Char(a8, 0, nullptr) +
+                    UTF8StringToISO646Char(a8, -1, &code_point));
+  EXPECT_EQ(-6, UTF16StringToISO10646Char(nullptr, 0, &code_point) +
+                    UTF16StringToISO10646Char(a16, 0, nullptr) +
+                    UTF16StringToISO10646Char(a16, -1, &code_point));
+  EXPECT_EQ(kUnset, code_point);
   // A whole text: a stray byte repeats the last code point.
   const std::vector<unsigned char> text = {0x41, 0x80, 0x42, 0xF0, 0x9F, 0};
   std::vector<uint32_t> out(8, kUnset);
@@ -54,6 +63,7 @@ TEST(UnicodeRoundTrip, EveryCodePoint) {
   uint16_t units[3] = {};
   EXPECT_EQ(-1, ISO10646ToUTF8(0x110000, bytes));
   EXPECT_EQ(-1, ISO10646ToUTF8(-1, bytes));
+  EXPECT_EQ(2, ISO10646ToUTF8(0, bytes) + ISO10646ToUTF16(0, units));  // the lowest is one
   EXPECT_EQ(-1, ISO10646ToUTF16(0x110000, units));
   EXPECT_EQ(-2, ISO10646ToUTF16('a', nullptr));
   for (uint32_t code_point = 1; code_point <= 0x10FFFF; ++code_point) {

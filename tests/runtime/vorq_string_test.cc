@@ -92,7 +92,8 @@ TEST(VorQString, LengthCloneSubstringAndJoin) {
   VorQString* joined = nullptr;
   ASSERT_EQ(0, VorQStringJoin(&joined, kTooLong.c_str(), "cd"));
   EXPECT_EQ("cd", Taken(joined));
-  EXPECT_EQ(-2, VorQStringJoin(&joined, nullptr, "b"));
+  EXPECT_EQ(-6, VorQStringJoin(&joined, nullptr, "b") + VorQStringJoin(&joined, "a", nullptr) +
+                    VorQStringJoin(nullptr, "a", "b"));
   WithTinyArena([&](MemoryHandle arena) {  // 100 bytes don't fit
     const char* big = kTooLong.c_str() + kTooLong.size() - 100;
     EXPECT_EQ(nullptr, VorQStringExClone(big, arena));
@@ -101,7 +102,10 @@ TEST(VorQString, LengthCloneSubstringAndJoin) {
 }
 
 TEST(VorQString, CompareConcatenateAndCopy) {
-  for (auto compare : {VorQStringCmp, VorQStringExCmp, VorQStringCaseCmp, VorQStringExCaseCmp}) {
+  const auto nCmp = [](const char* a, const char* b) { return VorQStringNCmp(a, b, 8); };
+  const auto nCaseCmp = [](const char* a, const char* b) { return VorQStringNCaseCmp(a, b, 8); };
+  for (int (*compare)(const char*, const char*) :
+       {VorQStringCmp, VorQStringExCmp, VorQStringCaseCmp, VorQStringExCaseCmp, +nCmp, +nCaseCmp}) {
     EXPECT_EQ(0, compare(nullptr, nullptr));
     EXPECT_GT(0, compare(nullptr, ""));
     EXPECT_GT(0, compare("abc", "abd"));
@@ -127,7 +131,8 @@ TEST(VorQString, CompareConcatenateAndCopy) {
     }
     EXPECT_EQ(-2, copy(nullptr, "abc"));
   }
-  const unsigned char utf8[] = {'c', 0xC3, 0xA9, '<', 0xE2, 0x82, 0xAC, 0};
+  // ASCII stays; 0x80 is the lowest byte dropped.
+  const unsigned char utf8[] = {'c', 0xC3, 0xA9, '<', 0xE2, 0x80, 0x80, 0};
   EXPECT_EQ(0, VorQStringCpyUTF8ToVorQString(destination, utf8));
   EXPECT_EQ(0, memcmp("c<\0d", destination, 4));  // ASCII only, one terminator
   char bytes[4] = "xyz";
@@ -239,7 +244,9 @@ TEST(VorQString, HexText) {
     }
   }
   uint64_t value = 0;
-  EXPECT_EQ(-2, VorQHexStringToUI(nullptr, &value));
+  EXPECT_EQ(-8, VorQHexStringToUI(nullptr, &value) + VorQHexStringToUI("1", nullptr) +
+                    VorQStringExHexCharToUI(nullptr, &value) +
+                    VorQStringExHexCharToUI("1", nullptr));
   WithTinyArena([&](MemoryHandle arena) {
     EXPECT_EQ(-2, VorQHexStringExToUI(std::string(100, 'f').c_str(), &value, arena));
   });
