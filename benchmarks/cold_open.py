@@ -90,8 +90,8 @@ def main():
     opens, floors = [], []
     for _ in range(rounds):
         drop_cache(path)
-        opens.append(timed(lambda: subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                                                  check=True)))
+        opens.append(timed(lambda: subprocess.run(command, stdout=subprocess.DEVNULL,
+                                                  stderr=subprocess.DEVNULL, check=True)))
         drop_cache(path)
         floors.append(timed(lambda: read_heads(path, heads)))
     open_median, floor_median = statistics.median(opens), statistics.median(floors)
