@@ -107,7 +107,8 @@ TEST(UnknownSizeCopy, RefusesWhatItCannotWalk) {
   const std::string copy = mkvtest::NewTempPath();
   ASSERT_EQ(0, RunTool(mkvtest::MediaPath("h264_aac"), copy));
   for (const std::string& in : {copy, mkvtest::WriteTemp({'n', 'o', 't', '\n'}),
-                                std::string("/nonexistent/in.mkv")}) {
+                                std::string("/nonexistent/in.mkv"),
+                                testing::TempDir()}) {
     const std::string out = mkvtest::NewTempPath();
     EXPECT_NE(0, RunTool(in, out)) << in;
     EXPECT_FALSE(std::ifstream(out).good()) << in;
