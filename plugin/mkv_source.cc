@@ -8,6 +8,7 @@
 #include "plugin/interface_names.h"
 #include "plugin/kvl/result_codes.h"
 #include "reader/mkv_reader.h"
+#include "source/cluster_heads.h"
 #include "source/chapter_info.h"
 #include "source/title_info.h"
 #include "streams/title_internal.h"
@@ -21,6 +22,7 @@ MKVSource::MKVSource(PluginContext* context, IMkvReader* ownedReader)
   // Members unwind by themselves if this throws; the owned pointers don't.
   std::unique_ptr<IMkvReader> readerGuard(ownedReader);
   std::unique_ptr<TitleInternal> titleGuard(new TitleInternal(this));
+  clusterHeads.reset(new ClusterHeads);
   const vorq_string<unsigned char> matroska(
       reinterpret_cast<const unsigned char*>("video/x-matroska"));
   std::map<vorq_string<unsigned char>, unsigned int> types =

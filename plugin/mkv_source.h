@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,11 +16,12 @@
 #include "plugin/kvl/remote_file_interface.h"
 #include "plugin/kvl/saved_session.h"
 #include "reader/mkv_reader_interface.h"
-#include "source/cluster_heads.h"
 
 struct _xmlNode;
 
 namespace KVL {
+
+class ClusterHeads;
 
 // The Matroska demultiplexer: one object is the plug-in, its container, its
 // chapter navigation and its file inspector.
@@ -133,8 +135,8 @@ class MKVSource : public Plugin,
   IMkvReader* reader = nullptr;
   mkvparser::EBMLHeader ebmlHeader;
   mkvparser::Segment* segment = nullptr;
-  // The clusters of `segment`, which keeps none itself.
-  ClusterHeads clusterHeads;
+  // The clusters of `segment`, which keeps none itself; never null.
+  std::unique_ptr<ClusterHeads> clusterHeads;
   // Segments of earlier probes, kept alive for the pointers into them.
   std::vector<mkvparser::Segment*> retiredSegments;
   const mkvparser::SegmentInfo* segmentInfo = nullptr;

@@ -4,6 +4,7 @@
 #include "plugin/kvl/logger.h"
 #include "plugin/kvl/saved_session.h"
 #include "plugin/mkv_source.h"
+#include "source/cluster_heads.h"
 #include "runtime/paths/path_tools.h"
 #include "source/segment_duration.h"
 #include "source/video_codecs.h"
@@ -72,9 +73,9 @@ bool MKVSource::parseSegment() {
   if (ebmlHeader.Parse(reader, position) != 0) return false;
   // Tracks and cursors may still point into an earlier segment: keep it.
   if (segment) retiredSegments.push_back(segment);
-  clusterHeads = ClusterHeads();
+  *clusterHeads = ClusterHeads();
   if (mkvparser::Segment::CreateInstance(reader, position, segment) != 0) return false;
-  if (clusterHeads.Load(segment) != 0) return false;
+  if (clusterHeads->Load(segment) != 0) return false;
 
   segmentInfo = segment->GetInfo();
   segmentDuration = SegmentDuration(*segmentInfo, reader);

@@ -20,7 +20,7 @@ const mkvparser::Cluster* MKVSource::MKVStream::GetCluster() {
   const size_t next = cluster ? blocks.index() + 1 : 0;
   blocks.reset();
   if (!segment) return cluster = nullptr;
-  blocks = title->clusters.Pin(segment, title->source->clusterHeads, next);
+  blocks = title->clusters.Pin(segment, *title->source->clusterHeads, next);
   cluster = blocks.get() ? blocks.get() : &segment->m_eos;
   return cluster;
 }

@@ -24,7 +24,7 @@ long MKVSource::MKVStream::seekTrack(int64_t timeNs) {
   if (!track) return -1;
   const bool keyFramesOnly = track->GetType() == mkvparser::Track::kVideo;
   const SegmentClusters clusters{title->clusters, title->source->segment,
-                                 title->source->clusterHeads};
+                                 *title->source->clusterHeads};
   const long status = FindSeekEntry(clusters, *track, timeNs, keyFramesOnly,
                                     &title->trackSeeks[track], &entry, &blocks);
   cluster = blocks.get();
